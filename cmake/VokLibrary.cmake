@@ -1,0 +1,26 @@
+# add_vok_library(TARGET NAME DEF_FILE): a shared library whose file is NAME.DLL on every build and whose exports are
+# those of the .def file and nothing else. On the host the .def file is turned into a linker version script.
+function(add_vok_library target name def_file)
+    add_library(${target} SHARED)
+    set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME ${name} SUFFIX .DLL)
+    target_link_libraries(${target} PRIVATE house_warnings windows_platform windows_module)
+    target_compile_definitions(${target} PRIVATE ${name}_BUILDING)
+    if(WIN32)
+        target_sources(${target} PRIVATE ${def_file})
+        # The import library would only be in the way: callers load the library by name.
+        set_target_properties(${target} PROPERTIES ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+    else()
+        file(STRINGS ${def_file} lines REGEX "^ +[A-Za-z]")
+        set(names "")
+        foreach(line IN LISTS lines)
+            string(REGEX MATCH "[A-Za-z0-9_]+" export "${line}")
+            string(APPEND names "${export}; ")
+        endforeach()
+        set(script ${CMAKE_CURRENT_BINARY_DIR}/${name}.map)
+        file(WRITE ${script} "{ global: ${names} local: *; };\n")
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${def_file})
+        target_link_options(${target} PRIVATE -Wl,--version-script=${script})
+        set_target_properties(${target} PROPERTIES LINK_DEPENDS ${script} BUILD_RPATH_USE_ORIGIN ON
+                              BUILD_RPATH "$ORIGIN" INSTALL_RPATH "$ORIGIN")
+    endif()
+endfunction()

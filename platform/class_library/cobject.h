@@ -1,0 +1,47 @@
+// CObject, the root of the objects that a list holds, and CObList, their order. An object lies in the memory blocks of
+// the list that owns it and stands in one list only, so the link is in the object. A CObList owns nothing by itself.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+struct CObject {
+    CObject* nextInList = nullptr;
+};
+
+class CObList {
+  public:
+    void AddTail(CObject* object) {
+        (tail != nullptr ? tail->nextInList : head) = object;
+        tail = object;
+        ++count;
+    }
+
+    bool IsEmpty() const { return head == nullptr; }
+    uint32_t GetCount() const { return count; }
+
+    // for (const T& object : list.Each<T>()): every object, in the order of adding; all must be of class T.
+    template <class T>
+    auto Each() const {
+        struct Iterator {
+            CObject* at;
+            T& operator*() const { return *static_cast<T*>(at); }
+            Iterator& operator++() {
+                at = at->nextInList;
+                return *this;
+            }
+            bool operator!=(const Iterator& other) const { return at != other.at; }
+        };
+        struct Range {
+            CObject* first;
+            Iterator begin() const { return {first}; }
+            Iterator end() const { return {nullptr}; }
+        };
+        return Range{head};
+    }
+
+  private:
+    CObject* head = nullptr;
+    CObject* tail = nullptr;
+    uint32_t count = 0;
+};

@@ -1,0 +1,116 @@
+// CodePage: what iconv says of every one- and two-byte code, plus what Windows adds to it.
+#include "code_page_tables.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace {
+
+// The code pages of two bytes with their lead bytes; all others that iconv knows have one byte a character.
+struct DoubleBytePage {
+    UINT number;
+    BYTE leadBytes[6];
+};
+constexpr DoubleBytePage doubleBytePages[] = {
+    {932, {0x81, 0x9F, 0xE0, 0xFC}},
+    {936, {0x81, 0xFE}},
+    {949, {0x81, 0xFE}},
+    {950, {0x81, 0xFE}},
+    {1361, {0x84, 0xD3, 0xD8, 0xDE, 0xE0, 0xF9}},
+};
+
+// The bytes from here up to the second that have no character of their own stand for the control characters of the
+// same number.
+constexpr unsigned firstControl = 0x80;
+constexpr unsigned lastControl = 0x9F;
+
+}  // namespace
+
+// One direction of iconv, one character at a time.
+class Converter {
+  public:
+    Converter(const std::string& to, const std::string& from) : state(iconv_open(to.c_str(), from.c_str())) {}
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    ~Converter() {
+        if (IsOpen()) iconv_close(state);
+    }
+
+    // False when iconv lacks the character set.
+    bool IsOpen() const { return state != reinterpret_cast<iconv_t>(-1); }
+
+    // The number of bytes written, 0 when the input is not one whole character that the other side has.
+    size_t Convert(const void* input, size_t inputSize, BYTE (&output)[8]) {
+        char* from = const_cast<char*>(static_cast<const char*>(input));
+        char* to = reinterpret_cast<char*>(output);
+        size_t space = sizeof output;
+        iconv(state, nullptr, nullptr, nullptr, nullptr);
+        if (iconv(state, &from, &inputSize, &to, &space) != 0 || inputSize != 0) return 0;
+        return sizeof output - space;
+    }
+
+  private:
+    iconv_t state;
+};
+
+bool CodePage::Describe(UINT number, CPINFO& info) {
+    info = {.MaxCharSize = 1, .DefaultChar = {'?'}, .LeadByte = {}};
+    const auto found = std::ranges::find(doubleBytePages, number, &DoubleBytePage::number);
+    if (found != std::end(doubleBytePages)) {
+        info.MaxCharSize = 2;
+        std::ranges::copy(found->leadBytes, info.LeadByte);
+        return true;
+    }
+    return Converter("UTF-16LE", "CP" + std::to_string(number)).IsOpen();
+}
+
+const CodePage* CodePage::Find(UINT number) {
+    static std::mutex lock;
+    static auto& pages = *new std::map<UINT, std::unique_ptr<const CodePage>>;
+    const std::lock_guard locked(lock);
+    const auto known = pages.find(number);
+    if (known != pages.end()) return known->second.get();
+    CPINFO info;
+    if (!Describe(number, info)) return nullptr;
+    std::unique_ptr<const CodePage> page(new CodePage(number, info));
+    return pages.emplace(number, std::move(page)).first->second.get();
+}
+
+CodePage::CodePage(UINT theNumber, const CPINFO& info)
+    : number(theNumber), isLeadByte(0x100), toWide(0x10000, undefined), fromWide(0x10000) {
+    const std::string name = "CP" + std::to_string(number);
+    Converter decoder("UTF-16LE", name);
+    Converter encoder(name, "UTF-16LE");
+    ForEachLeadByte(info, [&](unsigned byte) { isLeadByte[byte] = true; });
+    AddCharacters(decoder, encoder, 0);
+    ForEachLeadByte(info, [&](unsigned byte) { AddCharacters(decoder, encoder, byte); });
+    for (unsigned byte = firstControl; byte <= lastControl; ++byte) {
+        if (isLeadByte[byte] || toWide[byte] != undefined || fromWide[byte] != 0) continue;
+        toWide[byte] = static_cast<WCHAR>(byte);
+        fromWide[byte] = static_cast<WORD>(byte);
+    }
+}
+
+// The characters of a lead byte, or for 0 those of one byte. Of several codes of one character, iconv says which one
+// the character is written as.
+void CodePage::AddCharacters(Converter& decoder, Converter& encoder, unsigned lead) {
+    for (unsigned last = 0; last < 0x100; ++last) {
+        if (lead == 0 && isLeadByte[last]) continue;
+        const BYTE code[] = {static_cast<BYTE>(lead), static_cast<BYTE>(last)};
+        BYTE wide[8];
+        if (decoder.Convert(lead != 0 ? code : code + 1, lead != 0 ? 2 : 1, wide) != 2) continue;
+        const unsigned index = lead << 8 | last;
+        const auto character = static_cast<WCHAR>(wide[0] | wide[1] << 8);
+        toWide[index] = character;
+        BYTE back[8];
+        const size_t size = encoder.Convert(wide, 2, back);
+        if (size == 1) fromWide[character] = back[0];
+        if (size == 2) fromWide[character] = static_cast<WORD>(back[0] << 8 | back[1]);
+    }
+}
