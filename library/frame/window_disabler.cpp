@@ -1,0 +1,13 @@
+// WindowDisabler: finding the top-level window.
+#include "frame/window_disabler.h"
+
+WindowDisabler::WindowDisabler(HWND window) {
+    while (window != nullptr && (GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD) != 0) window = GetParent(window);
+    if (window == nullptr || !IsWindowEnabled(window)) return;
+    EnableWindow(window, FALSE);
+    disabled = window;
+}
+
+WindowDisabler::~WindowDisabler() {
+    if (disabled != nullptr) EnableWindow(disabled, TRUE);
+}

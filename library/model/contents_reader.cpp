@@ -1,0 +1,222 @@
+// Contents reader: rows to persons and distribution lists, and the second reads that a row can ask for.
+#include "model/contents_reader.h"
+
+#include <optional>
+
+#include "model/contents_columns.h"
+#include "model/fax_kinds.h"
+#include "model/fax_slots.h"
+#include "provider/entry_properties.h"
+#include "provider/table_cursor.h"
+
+namespace {
+
+// What is read from the entry itself when its row could not deliver it.
+enum class MissingProperty : ULONG { CompanyName, DepartmentName, Comment, Body, ExtraText, ExtraShortText, Count };
+constexpr PropTagArray<static_cast<ULONG>(MissingProperty::Count)> MissingPropertyTags{
+    .aulPropTag = {PR_COMPANY_NAME, PR_DEPARTMENT_NAME, PR_COMMENT, PR_BODY, PR_VOK_EXTRA_TEXT,
+                   PR_VOK_EXTRA_SHORT_TEXT}};
+
+constexpr PropTagArray<1> PlainNameTags{.aulPropTag = {PR_ORIGINAL_DISPLAY_NAME}};
+
+class ContentsReader {
+  public:
+    ContentsReader(QueryContext& queryContext, DestinationList& destinations)
+        : context(queryContext),
+          list(destinations),
+          opener(queryContext.session->addressBook.Get()),
+          support(queryContext.session->support.Get()) {}
+
+    void Read(const EntryId* containerId);
+
+  private:
+    void AddUser(const ContentsRow& row);
+    void AddDistributionList(const ContentsRow& row);
+    void FillUserDetails(const ContentsRow& row, CUserDetails& details);
+    bool ReadMissingProperties(const ContentsRow& row, CUserDetails& details);
+    void ReadFaxColumns(const ContentsRow& row, CUserDetails& details);
+    void ReadFaxEntry(const ContentsRow& row, CUserDetails& details);
+    void ReadNumberInAddress(const ContentsRow& row, CUserDetails& details);
+    void SetFaxNumber(CUserDetails& details, FaxKind kind, CString number);
+
+    CString Copy(const char* text) { return CString(list.blocks, text); }
+    CString Copy(const ContentsRow& row, ContentsColumn column) { return Copy(row.GetString(column)); }
+
+    QueryContext& context;
+    DestinationList& list;
+    EntryOpener opener;
+    SessionSupport* support;
+    std::optional<FaxEntryTexts> faxEntryTexts;  // when the table is read as fax entries
+};
+
+void ContentsReader::Read(const EntryId* containerId) {
+    const Held<IABContainer> container = opener.Open<IABContainer>(GetBytes(containerId));
+    if (!container) return;
+    Held<IMAPITable> table;
+    const HRESULT style = container->GetContentsTable(0, table.Receive());
+    if (FAILED(style) || !table) return;
+    context.contentsStyle = static_cast<uint32_t>(style);
+    if (context.contentsStyle == contentsStyleFaxEntries) faxEntryTexts.emplace();
+
+    TableCursor rows(std::move(table), ContentsColumns.Get());
+    while (const std::optional<PropertyValues> values = rows.Next()) {
+        const ContentsRow row(*values);
+        switch (row.GetObjectType()) {
+            case MAPI_MAILUSER:
+                AddUser(row);
+                break;
+            case MAPI_DISTLIST:
+                AddDistributionList(row);
+                break;
+        }
+    }
+}
+
+void ContentsReader::AddUser(const ContentsRow& row) {
+    CUserDetails* details = list.blocks.Create<CUserDetails>();
+    FillUserDetails(row, *details);
+    list.AddTail(details);
+    list.recordCount += CountRecords(*details);
+}
+
+void ContentsReader::AddDistributionList(const ContentsRow& row) {
+    CDistributionListDetails* details = list.blocks.Create<CDistributionListDetails>();
+    details->name = Copy(row, ContentsColumn::DisplayName);
+    details->extraText = Copy(row, ContentsColumn::ExtraText);
+    details->comment = Copy(row, ContentsColumn::Comment);
+    SetEntryId(*details, list.blocks, row.GetEntryId(), PR_ENTRYID);
+    list.AddTail(details);
+    list.recordCount += 1;
+}
+
+void ContentsReader::FillUserDetails(const ContentsRow& row, CUserDetails& details) {
+    SetEntryId(details, list.blocks, row.GetEntryId(), PR_ENTRYID);
+    if (!ReadMissingProperties(row, details)) {
+        details.comment = Copy(row, ContentsColumn::Comment);
+        details.company = Copy(row, ContentsColumn::CompanyName);
+        details.department = Copy(row, ContentsColumn::DepartmentName);
+        details.userExtraText = Copy(row, ContentsColumn::ExtraText);
+        details.extraShortText = Copy(row, ContentsColumn::ExtraShortText);
+    }
+    if (faxEntryTexts) {
+        ReadFaxEntry(row, details);
+    } else {
+        details.name = Copy(row, ContentsColumn::DisplayName);
+        ReadFaxColumns(row, details);
+    }
+}
+
+// Reads from the entry what the table has marked as undeliverable. False when there is nothing of that kind or the
+// entry cannot be read: then the row's values stand.
+bool ContentsReader::ReadMissingProperties(const ContentsRow& row, CUserDetails& details) {
+    const bool missing = row.IsError(ContentsColumn::CompanyName) || row.IsError(ContentsColumn::DepartmentName) ||
+                         row.IsError(ContentsColumn::Comment);
+    if (!missing) return false;
+    const EntryProperties properties(opener, support, GetBytes(details.entryId), MissingPropertyTags.Get());
+    const std::optional<PropertyValues> values = properties.GetValues();
+    if (!values) return false;
+    const auto copy = [&](MissingProperty property) {
+        const ULONG position = static_cast<ULONG>(property);
+        return Copy(GetColumnString(*values, position, MissingPropertyTags.aulPropTag[position]));
+    };
+    details.company = copy(MissingProperty::CompanyName);
+    details.department = copy(MissingProperty::DepartmentName);
+    details.comment = copy(MissingProperty::Comment);
+    if (details.comment.IsEmpty()) details.comment = copy(MissingProperty::Body);
+    details.userExtraText = copy(MissingProperty::ExtraText);
+    details.extraShortText = copy(MissingProperty::ExtraShortText);
+    return true;
+}
+
+// The table-driven reading: each number has a column of its own.
+void ContentsReader::ReadFaxColumns(const ContentsRow& row, CUserDetails& details) {
+    for (const FaxKindRow& fax : FaxKindTable) {
+        SetFaxNumber(details, fax.kind, Copy(row, fax.column));
+        switch (fax.kind) {
+            case FaxKind::Business:
+                details.businessFaxAttr1 = Copy(row, ContentsColumn::BusinessFaxAttr1);
+                details.businessFaxAttr2 = Copy(row, ContentsColumn::BusinessFaxAttr2);
+                details.businessFaxNote = Copy(row, ContentsColumn::BusinessFaxNote);
+                details.businessFaxAttr3 = Copy(row, ContentsColumn::BusinessFaxAttr3);
+                break;
+            case FaxKind::Home:
+                details.homeFaxAttr1 = Copy(row, ContentsColumn::HomeFaxAttr1);
+                details.homeFaxAttr2 = Copy(row, ContentsColumn::HomeFaxAttr2);
+                details.homeFaxNote = Copy(row, ContentsColumn::HomeFaxNote);
+                details.homeFaxAttr3 = Copy(row, ContentsColumn::HomeFaxAttr3);
+                break;
+            case FaxKind::Extended:
+                details.extendedFaxValue1 = row.GetShort(ContentsColumn::ExtendedFaxValue1);
+                details.extendedFaxValue2 = row.GetShort(ContentsColumn::ExtendedFaxValue2);
+                details.extendedFaxAttr1 = Copy(row, ContentsColumn::ExtendedFaxAttr1);
+                details.extendedFaxNote = Copy(row, ContentsColumn::ExtendedFaxNote);
+                details.extendedFaxAttr2 = Copy(row, ContentsColumn::ExtendedFaxAttr2);
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+// The fax-entry reading: an entry of address type "FAX" is one number, which stands in its address.
+void ContentsReader::ReadFaxEntry(const ContentsRow& row, CUserDetails& details) {
+    const std::string_view addressType = row.GetString(ContentsColumn::AddrType);
+    if (faxEntryTexts->IsFax(addressType)) {
+        ReadNumberInAddress(row, details);
+        return;
+    }
+    details.name = Copy(row, ContentsColumn::DisplayName);
+    details.primaryFax = Copy(row, ContentsColumn::PrimaryFaxNumber);
+    const bool contact = faxEntryTexts->IsSmtp(addressType) || addressType.empty();
+    if (contact && *row.GetString(ContentsColumn::OriginalDisplayName) == '\0') {
+        details.businessFax = Copy(row, ContentsColumn::BusinessFaxNumber);
+        details.homeFax = Copy(row, ContentsColumn::HomeFaxNumber);
+    }
+}
+
+// The plain name is known to the entry only; without it there is no telling where in the address the number begins.
+void ContentsReader::ReadNumberInAddress(const ContentsRow& row, CUserDetails& details) {
+    const char* displayName = row.GetString(ContentsColumn::DisplayName);
+    const EntryProperties properties(opener, support, GetBytes(details.entryId), PlainNameTags.Get());
+    const std::optional<PropertyValues> values = properties.GetValues();
+    if (!values) {
+        details.name = Copy(displayName);
+        return;
+    }
+    details.name = Copy(GetColumnString(*values, 0, PR_ORIGINAL_DISPLAY_NAME));
+    const std::string_view number =
+        GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), details.name.View());
+    const FaxKind suffixKind = faxEntryTexts->GetFaxKindFromName(displayName);
+    SetFaxNumber(details, suffixKind == FaxKind::None ? FaxKind::Primary : suffixKind, CString(list.blocks, number));
+}
+
+void ContentsReader::SetFaxNumber(CUserDetails& details, FaxKind kind, CString number) {
+    switch (kind) {
+        case FaxKind::Primary:
+            details.primaryFax = number;
+            break;
+        case FaxKind::Home:
+            details.homeFax = number;
+            break;
+        case FaxKind::Business:
+            details.businessFax = number;
+            break;
+        case FaxKind::Other:
+            details.otherFax = number;
+            break;
+        case FaxKind::Extended:
+            details.extendedFax = number;
+            break;
+        case FaxKind::None:
+            break;
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<DestinationList> ReadContainerContents(QueryContext& context, const EntryId* containerId,
+                                                       MemoryBlocks&& recycled) {
+    auto list = std::make_unique<DestinationList>(std::move(recycled));
+    ContentsReader(context, *list).Read(containerId);
+    return list;
+}

@@ -1,0 +1,17 @@
+// EntryProperties: opening and asking.
+#include "provider/entry_properties.h"
+
+EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
+                                 const SPropTagArray* tags)
+    : properties(support) {
+    // Values that cannot be given back are not asked for.
+    if (support == nullptr) return;
+    entry = opener.Open<IMAPIProp>(identifier);
+    if (!entry) return;
+    succeeded = SUCCEEDED(entry->GetProps(tags, 0, &properties.count, &properties.values));
+}
+
+std::optional<PropertyValues> EntryProperties::GetValues() const {
+    if (!succeeded || properties.values == nullptr) return std::nullopt;
+    return PropertyValues(properties.values, properties.count);
+}

@@ -1,0 +1,31 @@
+// TableCursor: reads the rows of any provider table once, from its beginning, in batches. It holds one row set at a
+// time and frees it before it asks for the next.
+#pragma once
+
+#include <optional>
+
+#include "provider/holders.h"
+#include "provider/property_values.h"
+
+class TableCursor {
+  public:
+    // An empty cursor.
+    TableCursor() = default;
+
+    // Takes the table over, sets the columns, goes to the beginning and asks for the number of rows. If one of these
+    // fails there are no rows.
+    TableCursor(Held<IMAPITable> table, const SPropTagArray* columns);
+
+    // The next row, or nothing at the end or when the provider cannot deliver more. The row is valid until the next
+    // call.
+    std::optional<PropertyValues> Next();
+
+  private:
+    bool FetchBatch();
+
+    Held<IMAPITable> table;
+    HeldRows rows;
+    ULONG nextRow = 0;    // in rows
+    ULONG batchSize = 0;  // asked for every time; 0: the cursor is empty
+    ULONG remaining = 0;  // rows that the table still has, by its count
+};

@@ -1,0 +1,241 @@
+// Group expansion: asking the provider for the recipients of a group and writing their numbers as records.
+#include "queries/group_expansion.h"
+
+#include <optional>
+
+#include "model/contents_columns.h"
+#include "model/fax_kinds.h"
+#include "provider/entry_opener.h"
+#include "queries/record_writer.h"
+
+namespace {
+
+// What a group is read with before it is expanded. The second value is overwritten.
+constexpr PropTagArray<5> GroupRecipientTags{
+    .aulPropTag = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE}};
+constexpr ULONG recipientTypePosition = 1;
+
+#define MEMBER_FIELD(field, limit) TEXT_FIELD(GroupMemberRecord, field, limit, Cut::WholeCharacters)
+constexpr TextField nameField = MEMBER_FIELD(name, 85);
+constexpr TextField companyField = MEMBER_FIELD(company, 40);
+constexpr TextField departmentField = MEMBER_FIELD(department, 40);
+constexpr TextField businessFaxField = MEMBER_FIELD(businessFax, 45);
+constexpr TextField businessFaxNoteField = MEMBER_FIELD(businessFaxNote, 30);
+constexpr TextField businessFaxAttr1Field = MEMBER_FIELD(businessFaxAttr1, 20);
+constexpr TextField businessFaxAttr2Field = MEMBER_FIELD(businessFaxAttr2, 20);
+constexpr TextField businessFaxAttr3Field = MEMBER_FIELD(businessFaxAttr3, 20);
+constexpr TextField homeFaxField = MEMBER_FIELD(homeFax, 45);
+constexpr TextField homeFaxNoteField = MEMBER_FIELD(homeFaxNote, 30);
+constexpr TextField homeFaxAttr1Field = MEMBER_FIELD(homeFaxAttr1, 20);
+constexpr TextField homeFaxAttr2Field = MEMBER_FIELD(homeFaxAttr2, 20);
+constexpr TextField homeFaxAttr3Field = MEMBER_FIELD(homeFaxAttr3, 20);
+constexpr TextField extendedFaxField = MEMBER_FIELD(extendedFax, 120);
+constexpr TextField extendedFaxAttr1Field = MEMBER_FIELD(extendedFaxAttr1, 20);
+constexpr TextField extendedFaxAttr2Field = MEMBER_FIELD(extendedFaxAttr2, 20);
+#undef MEMBER_FIELD
+
+struct FaxAttributes {
+    std::string_view attr1;
+    std::string_view attr2;
+    std::string_view attr3;
+};
+
+// One fax destination of a member. Views of the provider's or the destination list's texts; what stays empty is written
+// as an empty text.
+struct MemberDetails {
+    std::string_view name;
+    std::string_view company;
+    std::string_view department;
+    std::string_view firstNumber;
+    FaxAttributes businessAttrs;
+    std::string_view homeNumber;
+    FaxAttributes homeAttrs;
+    uint16_t extendedValue1 = 0;
+    uint16_t extendedValue2 = 0;
+    std::string_view extendedNumber;
+    std::string_view extendedAttr1;
+    std::string_view extendedAttr2;
+};
+
+// Writes records one after the other, until there is one that the caller has no room for.
+class MemberWriter {
+  public:
+    MemberWriter(const RecordListDescriptor& records, uint32_t capacity, uint32_t style)
+        : storage(static_cast<char*>(records.recordStorage)),
+          left(storage != nullptr ? capacity : 0),
+          contentsStyle(style) {}
+
+    void Write(const MemberDetails& member);
+    bool HasOverflowed() const { return overflowed; }
+
+  private:
+    char* storage;
+    uint32_t left;
+    uint32_t contentsStyle;
+    bool overflowed = false;
+};
+
+void MemberWriter::Write(const MemberDetails& member) {
+    overflowed = overflowed || left == 0;
+    if (overflowed) return;
+    const RecordWriter writer(storage);
+    storage += sizeof(GroupMemberRecord);
+    --left;
+    writer.PutValue(offsetof(GroupMemberRecord, contentsStyle), contentsStyle);
+    writer.PutText(nameField, member.name);
+    writer.PutText(companyField, member.company);
+    writer.PutText(departmentField, member.department);
+    writer.PutText(businessFaxField, member.firstNumber);
+    writer.PutText(businessFaxNoteField, {});
+    writer.PutText(businessFaxAttr1Field, member.businessAttrs.attr1);
+    writer.PutText(businessFaxAttr2Field, member.businessAttrs.attr2);
+    writer.PutText(businessFaxAttr3Field, member.businessAttrs.attr3);
+    writer.PutText(homeFaxField, member.homeNumber);
+    writer.PutText(homeFaxNoteField, {});
+    writer.PutText(homeFaxAttr1Field, member.homeAttrs.attr1);
+    writer.PutText(homeFaxAttr2Field, member.homeAttrs.attr2);
+    writer.PutText(homeFaxAttr3Field, member.homeAttrs.attr3);
+    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue1), member.extendedValue1);
+    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue2), member.extendedValue2);
+    writer.PutText(extendedFaxField, member.extendedNumber);
+    writer.PutText(extendedFaxAttr1Field, member.extendedAttr1);
+    writer.PutText(extendedFaxAttr2Field, member.extendedAttr2);
+}
+
+// Replaces the list's one entry, the group, by the recipients that the provider expands it to. False when the provider
+// cannot; the list may have been replaced all the same.
+bool Expand(const SessionHandle& session, const CDistributionListDetails& group, HeldAddressList& recipients) {
+    SessionSupport* support = session.support.Get();
+    const HRESULT allocated = support->AllocateAddressList(sizeof(ADRLIST), &recipients.list);
+    if (recipients.list == nullptr) return false;
+    // The memory is uninitialised, and it is freed as a list whatever comes next.
+    *recipients.list = {};
+    if (FAILED(allocated)) return false;
+    {
+        const Held<IMAPIProp> opened = EntryOpener(session.addressBook.Get()).Open<IMAPIProp>(GetBytes(group.entryId));
+        if (!opened) return false;
+        // Of the result only the values count; they belong to the list from here on.
+        ADRENTRY& entry = recipients.list->aEntries[0];
+        opened->GetProps(GroupRecipientTags.Get(), 0, &entry.cValues, &entry.rgPropVals);
+        if (entry.rgPropVals == nullptr) return false;
+        recipients.list->cEntries = 1;
+        if (entry.cValues > recipientTypePosition) {
+            SPropValue& recipientType = entry.rgPropVals[recipientTypePosition];
+            recipientType.ulPropTag = PR_RECIPIENT_TYPE;
+            recipientType.Value.l = MAPI_TO;
+        }
+    }
+    return SUCCEEDED(support->ExpandRecipients(0, &recipients.list)) && recipients.list != nullptr;
+}
+
+// The numbers of one recipient in an address book that is read as fax entries: none, one or two.
+void WriteFaxEntry(const ContentsRow& row, const FaxEntryTexts& texts, MemberDetails member, MemberWriter& writer) {
+    const auto write = [&](std::string_view number) {
+        if (number.empty()) return false;
+        member.firstNumber = number;
+        writer.Write(member);
+        return true;
+    };
+    const std::string_view addressType = row.GetString(ContentsColumn::AddrType);
+    const std::string_view plainName = row.GetString(ContentsColumn::OriginalDisplayName);
+    if (texts.IsFax(addressType)) {
+        member.name = plainName;
+        write(GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), plainName));
+        return;
+    }
+    if (write(row.GetString(ContentsColumn::PrimaryFaxNumber))) return;
+    if ((texts.IsSmtp(addressType) || addressType.empty()) && plainName.empty()) {
+        write(row.GetString(ContentsColumn::BusinessFaxNumber));
+        write(row.GetString(ContentsColumn::HomeFaxNumber));
+    }
+}
+
+// One record for one recipient: with the primary number alone, or without one with everything else.
+void WriteFaxColumns(const ContentsRow& row, MemberDetails member, MemberWriter& writer) {
+    member.firstNumber = row.GetString(ContentsColumn::PrimaryFaxNumber);
+    if (member.firstNumber.empty()) {
+        member.firstNumber = row.GetString(ContentsColumn::BusinessFaxNumber);
+        member.businessAttrs = {row.GetString(ContentsColumn::BusinessFaxAttr1),
+                                row.GetString(ContentsColumn::BusinessFaxAttr2),
+                                row.GetString(ContentsColumn::BusinessFaxAttr3)};
+        member.homeNumber = row.GetString(ContentsColumn::HomeFaxNumber);
+        member.homeAttrs = {row.GetString(ContentsColumn::HomeFaxAttr1), row.GetString(ContentsColumn::HomeFaxAttr2),
+                            row.GetString(ContentsColumn::HomeFaxAttr3)};
+        member.extendedValue1 = row.GetShort(ContentsColumn::ExtendedFaxValue1);
+        member.extendedValue2 = row.GetShort(ContentsColumn::ExtendedFaxValue2);
+        member.extendedNumber = row.GetString(ContentsColumn::ExtendedFax);
+        member.extendedAttr1 = row.GetString(ContentsColumn::ExtendedFaxAttr1);
+        member.extendedAttr2 = row.GetString(ContentsColumn::ExtendedFaxAttr2);
+    }
+    writer.Write(member);
+}
+
+void WriteRecipients(const ADRLIST& recipients, uint32_t contentsStyle, MemberWriter& writer) {
+    std::optional<FaxEntryTexts> texts;
+    if (contentsStyle == contentsStyleFaxEntries) texts.emplace();
+    for (ULONG i = 0; i < recipients.cEntries && !writer.HasOverflowed(); ++i) {
+        const ContentsRow row{PropertyValues(recipients.aEntries[i])};
+        MemberDetails member;
+        member.name = row.GetString(ContentsColumn::DisplayName);
+        member.company = row.GetString(ContentsColumn::CompanyName);
+        member.department = row.GetString(ContentsColumn::DepartmentName);
+        if (texts)
+            WriteFaxEntry(row, *texts, member, writer);
+        else
+            WriteFaxColumns(row, member, writer);
+    }
+}
+
+// A person stands for itself: one record with its first number.
+void WritePerson(const CUserDetails& user, MemberWriter& writer) {
+    struct Choice {
+        CString CUserDetails::*number;
+        FaxAttributes attrs;
+    };
+    const Choice choices[] = {
+        {&CUserDetails::primaryFax, {}},
+        {&CUserDetails::homeFax, {user.homeFaxAttr1.View(), user.homeFaxAttr2.View(), user.homeFaxAttr3.View()}},
+        {&CUserDetails::businessFax,
+         {user.businessFaxAttr1.View(), user.businessFaxAttr2.View(), user.businessFaxAttr3.View()}},
+        {&CUserDetails::otherFax, {}},
+    };
+    for (const Choice& choice : choices) {
+        if ((user.*choice.number).IsEmpty()) continue;
+        MemberDetails member;
+        member.name = user.name.View();
+        member.company = user.company.View();
+        member.department = user.department.View();
+        member.firstNumber = (user.*choice.number).View();
+        member.businessAttrs = choice.attrs;
+        writer.Write(member);
+        return;
+    }
+}
+
+}  // namespace
+
+bool ExpandGroup(const QueryContext& context, uint32_t reserved, void* group, uint32_t& count,
+                 const RecordListDescriptor* records) {
+    const CContentsDetails* details = AsDestination(group);
+    if (details == nullptr) return true;
+    const bool filling = records != nullptr;
+    // With another value than 0 the provider is asked all the same, and nothing is written.
+    std::optional<MemberWriter> writer;
+    if (filling && reserved == 0) writer.emplace(*records, count, context.contentsStyle);
+
+    if (details->kind == EntryKind::User) {
+        if (writer) WritePerson(static_cast<const CUserDetails&>(*details), *writer);
+    } else {
+        const SessionHandle& session = *context.session;
+        if (!session.support) return true;
+        HeldAddressList recipients(session.support.Get());
+        if (!Expand(session, static_cast<const CDistributionListDetails&>(*details), recipients)) return true;
+        if (!filling) {
+            count = recipients.list->cEntries;
+            return true;
+        }
+        if (FAILED(session.addressBook->PrepareRecips(0, ContentsColumns.Get(), recipients.list))) return true;
+        if (writer) WriteRecipients(*recipients.list, context.contentsStyle, *writer);
+    }
+    return !writer || !writer->HasOverflowed();
+}
