@@ -1,0 +1,21 @@
+// The memory that this process has in use: the one thing here that differs between the systems.
+#include "heap_bytes.h"
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include <psapi.h>
+
+size_t GetHeapBytes() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PagefileUsage;
+}
+#else
+#include <malloc.h>
+
+size_t GetHeapBytes() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+#endif
