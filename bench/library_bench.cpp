@@ -110,10 +110,16 @@ int main(int argc, char** argv) {
         }
         const RecordListDescriptor records{0, {}, addresses.data()};
         int32_t filled = 0;
-        ours.filling.Add(
-            TimePerRow(rows, [&] { filled = listDestinations(session, 0, book.entry, &count, &records); }));
+        const auto fill = [&] {
+            ours.filling.Add(
+                TimePerRow(rows, [&] { filled = listDestinations(session, 0, book.entry, &count, &records); }));
+        };
+        const auto fillFloor = [&] { floors.filling.Add(TimePerRow(rows, [&] { floor.Fill(addresses.data()); })); };
+        // Whoever comes second finds the records in the cache.
+        if (round % 2 == 0) fillFloor();
+        fill();
+        if (round % 2 != 0) fillFloor();
         if (filled != 1) Fail("filling");
-        floors.filling.Add(TimePerRow(rows, [&] { floor.Fill(addresses.data()); }));
 
         uint32_t again = 0;
         ours.recounting.Add(TimePerRow(rows, [&] { listDestinations(session, 0, book.entry, &again, nullptr); }));

@@ -21,6 +21,7 @@ constinit HRESULT libraryLastResult = S_OK;
 // Added to the caller's flags for VOKOpen.
 constexpr ULONG openFlag = 8;
 
+// A session needs both objects: a success that gives only one has failed.
 HRESULT OpenProviderSession(SessionHandle& handle, HWND window, const char* profileName, ULONG openValue,
                             void* openData, ULONG flags) {
     if (providerTable.VOKOpen == nullptr) return E_FAIL;
@@ -28,7 +29,7 @@ HRESULT OpenProviderSession(SessionHandle& handle, HWND window, const char* prof
     const HRESULT result =
         providerTable.VOKOpen(window, profileName, openValue, openData, flags | openFlag, nullptr, nullptr, nullptr,
                               handle.addressBook.Receive(), handle.support.Receive());
-    return SUCCEEDED(result) && !handle.addressBook ? E_FAIL : result;
+    return SUCCEEDED(result) && (!handle.addressBook || !handle.support) ? E_FAIL : result;
 }
 
 SessionHandle* FailOpening(HRESULT result) {

@@ -4,13 +4,12 @@
 Held<IABContainer> EntryOpener::OpenRoot() {
     Held<IABContainer> root;
     ULONG type = 0;
-    if (addressBook == nullptr || FAILED(addressBook->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown())))
-        root.Release();
+    if (FAILED(addressBook->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown()))) root.Release();
     return root;
 }
 
 bool EntryOpener::OpenUnknown(std::string_view identifier, IUnknown** entry) {
-    if (addressBook == nullptr || identifier.empty()) return false;
+    if (identifier.empty()) return false;
     copy.assign(identifier.begin(), identifier.end());
     ULONG type = 0;
     return SUCCEEDED(addressBook->OpenEntry(static_cast<ULONG>(copy.size()), copy.data(), nullptr, 0, &type, entry));

@@ -4,8 +4,6 @@
 EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
                                  const SPropTagArray* tags)
     : properties(support) {
-    // Values that cannot be given back are not asked for.
-    if (support == nullptr) return;
     entry = opener.Open<IMAPIProp>(identifier);
     if (!entry) return;
     succeeded = SUCCEEDED(entry->GetProps(tags, 0, &properties.count, &properties.values));

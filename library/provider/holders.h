@@ -71,7 +71,7 @@ class HeldProperties {
     HeldProperties(const HeldProperties&) = delete;
     HeldProperties& operator=(const HeldProperties&) = delete;
     ~HeldProperties() {
-        if (values != nullptr && support != nullptr) support->FreeProperties(values);
+        if (values != nullptr) support->FreeProperties(values);
     }
 
     SPropValue* values = nullptr;

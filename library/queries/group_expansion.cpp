@@ -227,7 +227,6 @@ bool ExpandGroup(const QueryContext& context, uint32_t reserved, void* group, ui
         if (writer) WritePerson(static_cast<const CUserDetails&>(*details), *writer);
     } else {
         const SessionHandle& session = *context.session;
-        if (!session.support) return true;
         HeldAddressList recipients(session.support.Get());
         if (!Expand(session, static_cast<const CDistributionListDetails&>(*details), recipients)) return true;
         if (!filling) {
