@@ -1,0 +1,83 @@
+// The functions that QDXL7RA.DLL exports.
+#include "provider/entry_points.h"
+
+#include "objects/entries.h"
+#include "objects/guard.h"
+#include "objects/memory.h"
+#include "objects/session_support.h"
+#include "platform/environment.h"
+#include "profiles/administration_objects.h"
+#include "profiles/vcard_service.h"
+#include "resource_module.h"
+#include "text/code_pages.h"
+
+namespace {
+
+HMODULE resourceModuleInUse = nullptr;
+
+}  // namespace
+
+HMODULE GetResourceModule() {
+    return resourceModuleInUse;
+}
+void SetResourceModule(HMODULE module) {
+    resourceModuleInUse = module;
+}
+
+// The window, the values and the flags say nothing to this provider: opening a session shows nothing.
+STDAPI VOKOpen(HWND, const char* profileName, ULONG, void*, ULONG, void*, void*, void*, IAddrBook** addressBook,
+               SessionSupport** support) {
+    return Guarded([&] {
+        Require(addressBook != nullptr && support != nullptr);
+        *addressBook = nullptr;
+        *support = nullptr;
+        const std::string name = profileName == nullptr ? std::string() : FromActiveCodePage(profileName);
+        const std::shared_ptr<Session> session = OpenSession(name, ProfileStore(ProfilesFile()));
+        *addressBook = MakeAddressBook(session);
+        *support = MakeSessionSupport(session);
+        return S_OK;
+    });
+}
+
+STDAPI VOKAdminProfiles(ULONG mode, ULONG_PTR, const char*, ULONG, ProfileAdministration** administration) {
+    return Guarded([&] {
+        Require(administration != nullptr);
+        *administration = nullptr;
+        Require(mode == VOK_ADMIN_CREATE || mode == VOK_ADMIN_DISPLAY);
+        *administration = MakeProfileAdministration();
+        return S_OK;
+    });
+}
+
+STDAPI_(void) VOKFreeProws(SRowSet* rows) {
+    FreeBuffer(rows);
+}
+
+STDAPI VOKAllocateBuffer(ULONG byteCount, void** buffer) {
+    return Guarded([&] {
+        Require(buffer != nullptr);
+        *buffer = nullptr;
+        *buffer = AllocateBuffer(byteCount);
+        return S_OK;
+    });
+}
+
+STDAPI VOKAllocateMore(ULONG byteCount, void* parent, void** buffer) {
+    return Guarded([&] {
+        Require(buffer != nullptr);
+        *buffer = AllocateMore(byteCount, parent);
+        Require(*buffer != nullptr);
+        return S_OK;
+    });
+}
+
+STDAPI_(ULONG) VOKFreeBuffer(void* buffer) {
+    // Nothing is freed gladly, as MAPI has it.
+    if (buffer == nullptr || FreeBuffer(buffer)) return static_cast<ULONG>(S_OK);
+    return static_cast<ULONG>(MAPI_E_INVALID_PARAMETER);
+}
+
+STDAPI SetResourceDllHandle(HMODULE resourceModule) {
+    SetResourceModule(resourceModule);
+    return S_OK;
+}

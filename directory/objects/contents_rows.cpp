@@ -1,0 +1,106 @@
+// The rows of contents tables. A table shows its cards as they were when it was made.
+#include "books/group_members.h"
+#include "objects/destination.h"
+#include "objects/table.h"
+#include "text/code_pages.h"
+
+namespace {
+
+class ContentsRows final : public RowSource {
+  public:
+    ContentsRows(std::shared_ptr<Session> session, std::uint32_t node, ContentsStyle style)
+        : node_(node), style_(style) {
+        shared_->session = std::move(session);
+    }
+
+    void AddCard(const std::shared_ptr<const CardSet>& cards, std::uint32_t file, std::uint32_t card);
+
+    size_t Count() const override { return rows_.size(); }
+    std::shared_ptr<const void> Owner() const override { return shared_; }
+    size_t ExtraBytesPerRow() const override { return entryIdSize; }
+    std::vector<ULONG> DefaultColumns() const override {
+        return {PR_DISPLAY_NAME, PR_ENTRYID, PR_OBJECT_TYPE, PR_ADDRTYPE};
+    }
+
+    void Write(size_t row, const std::vector<ULONG>& tags, SPropValue* values, ResultBuffer& buffer) const override {
+        const Row& wanted = rows_[row];
+        const ListedSet& set = shared_->sets[wanted.set];
+        const EntryId id{wanted.kind, node_, set.file, wanted.card, wanted.faxNumber};
+        const Destination destination(*set.cards, id, style_, shared_->session->Number());
+        for (const ULONG tag : tags) {
+            ValueWriter writer(tag, *values++, buffer);
+            destination.Write(writer);
+        }
+    }
+
+  private:
+    struct ListedSet {
+        std::shared_ptr<const CardSet> cards;
+        std::uint32_t file;
+    };
+    struct Row {
+        std::uint32_t set;
+        EntryId::Kind kind;
+        std::uint32_t card;
+        std::uint32_t faxNumber;
+    };
+    // What rows point into: it outlives the table as long as a row set does.
+    struct Shared {
+        std::shared_ptr<Session> session;
+        std::vector<ListedSet> sets;
+    };
+
+    std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
+    std::uint32_t node_;
+    ContentsStyle style_;
+    std::vector<Row> rows_;
+};
+
+void ContentsRows::AddCard(const std::shared_ptr<const CardSet>& cards, std::uint32_t file, std::uint32_t card) {
+    std::vector<ListedSet>& sets = shared_->sets;
+    if (sets.empty() || sets.back().cards != cards) sets.push_back({cards, file});
+    const auto set = static_cast<std::uint32_t>(sets.size() - 1);
+    ForEachEntryId(*cards, file, card, node_, style_, [&](const EntryId& id) {
+        rows_.push_back({set, id.kind, id.card, id.faxNumber});
+    });
+}
+
+void ReportUnplacedNumbers(Session& session, const CardSet& cards, std::uint32_t file, ContentsStyle style) {
+    if (style == ContentsStyle::FaxEntries) return;
+    for (const Card& card : cards.Cards()) {
+        if (card.isGroup || card.faxNumberCount < 2) continue;
+        const std::span<const FaxNumber> numbers = cards.FaxNumbers(card);
+        const FaxPlaces places = PlaceFaxNumbers(numbers, style);
+        for (const FaxNumber& number : numbers)
+            if (!places.Hold(number))
+                session.Messages().Report(session.FilePath(file), number.line,
+                                          "the fax number " + FromActiveCodePage(cards.Text(number.number)) + " of \"" +
+                                              FromActiveCodePage(cards.Text(card.name)) +
+                                              "\" finds no place in this style of address book",
+                                          "set style = fax-entries to list every number");
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node,
+                                                     ContentsStyle style) {
+    auto rows = std::make_unique<ContentsRows>(session, node, style);
+    for (const std::uint32_t file : session->ListFiles(node)) {
+        const std::shared_ptr<const CardSet> cards = session->ReadFile(file);
+        const auto count = static_cast<std::uint32_t>(cards->Cards().size());
+        for (std::uint32_t card = 0; card < count; ++card) rows->AddCard(cards, file, card);
+        ReportUnplacedNumbers(*session, *cards, file, style);
+    }
+    return rows;
+}
+
+std::unique_ptr<const RowSource> MembersOfGroup(const std::shared_ptr<Session>& session, std::uint32_t node,
+                                                const CardReference& group, ContentsStyle style) {
+    // A member is one row here, however many fax numbers it has.
+    const ContentsStyle shown = style == ContentsStyle::FaxEntries ? ContentsStyle::Plain : style;
+    auto rows = std::make_unique<ContentsRows>(session, node, shown);
+    for (const CardReference& member : DirectMembers(*session, node, group))
+        rows->AddCard(member.cards, member.file, member.card);
+    return rows;
+}

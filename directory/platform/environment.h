@@ -1,0 +1,16 @@
+// Where the user's files are, and whether a user sits at a terminal.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+// The value of an environment variable as a path; nothing when it is not set or empty.
+std::optional<std::filesystem::path> EnvironmentPath(const char* name);
+
+// FAXBOOK_CONTACTS, else the user's own contacts folder. It need not exist. Empty when the system names none.
+std::filesystem::path ContactsFolder();
+
+// FAXBOOK_PROFILES, else profiles.ini in the user's configuration folder.
+std::filesystem::path ProfilesFile();
+
+bool IsTerminalOnStandardInput();

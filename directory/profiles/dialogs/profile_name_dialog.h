@@ -1,0 +1,22 @@
+// The dialog that asks for the name of a new profile.
+#pragma once
+
+#include <functional>
+
+#include "profiles/dialogs/dialog.h"
+
+class ProfileNameDialog final : public Dialog {
+  public:
+    // `make` makes the profile. While it throws MAPI_E_COLLISION the user is told and may change the name; with its
+    // other results the dialog ends.
+    using Make = std::function<void(const std::string& name)>;
+    ProfileNameDialog(HMODULE resources, Make make);
+
+  private:
+    INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void TakeName();
+    std::string ReadName() const;
+    void Refuse(UINT stringId);
+
+    Make make_;
+};

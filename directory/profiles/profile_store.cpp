@@ -1,0 +1,208 @@
+// The file as sections of raw lines: services are read out of them, and changes touch only the lines they are about.
+#include "profiles/profile_store.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "diagnostics.h"
+#include "objects/guard.h"
+#include "platform/files.h"
+#include "text/ascii.h"
+#include "text/code_pages.h"
+#include "text/ini_lines.h"
+
+namespace {
+
+constexpr std::string_view sectionStart = "profile ";
+
+[[noreturn]] void RefuseFile(const std::filesystem::path& file, size_t line, std::string_view what) {
+    Diagnostics().Report(file, line, what, "correct the line; the file was left as it is");
+    throw Failure{MAPI_E_CORRUPT_DATA};
+}
+
+std::optional<std::uint32_t> ReadFlags(std::string_view text) {
+    const bool isHex = StartsWithIgnoringCase(text, "0x");
+    if (isHex) text.remove_prefix(2);
+    std::uint32_t flags = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), flags, isHex ? 16 : 10);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return flags;
+}
+
+std::string WriteFlags(std::uint32_t flags) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text = "0x";
+    for (int shift = 28; shift >= 0; shift -= 4) text.push_back(digits[flags >> shift & 15]);
+    return text;
+}
+
+// A name stands in one line between brackets and without blanks around it.
+bool IsWritableName(std::string_view name) {
+    return !name.empty() && Trimmed(name) == name &&
+           std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; });
+}
+
+std::string HeaderOf(std::string_view name) {
+    return "[" + std::string(sectionStart) + std::string(name) + "]\n";
+}
+
+}  // namespace
+
+// The lines of one profile behind its header, comments included.
+struct ProfileStore::Section {
+    Profile profile;
+    std::string header;
+    std::string lines;
+};
+
+struct ProfileStore::Contents {
+    std::string head;  // the lines before the first profile, up to the display setting
+    std::string display;
+    std::string behindDisplay;
+    std::vector<Section> sections;
+
+    std::vector<Section>::iterator Find(std::string_view name) {
+        return std::find_if(sections.begin(), sections.end(),
+                            [&](const Section& section) { return section.profile.name == name; });
+    }
+    Section& Get(std::string_view name) {
+        const auto found = Find(name);
+        Require(found != sections.end(), MAPI_E_NOT_FOUND);
+        return *found;
+    }
+    Section& Add(std::string_view name) {
+        Require(IsWritableName(name));
+        Require(Find(name) == sections.end(), MAPI_E_COLLISION);
+        // An empty line between two profiles.
+        if (!sections.empty() && !sections.back().lines.ends_with("\n\n"))
+            sections.back().lines.append(sections.back().lines.ends_with('\n') ? "\n" : "\n\n");
+        sections.push_back({{std::string(name), {}}, HeaderOf(name), {}});
+        return sections.back();
+    }
+};
+
+ProfileStore::Contents ProfileStore::Read() const {
+    Contents contents;
+    Require(!file_.empty(), MAPI_E_NO_ACCESS);
+    if (!ReadFileStatus(file_)) return contents;
+    const std::optional<FileBytes> text = ReadWholeFile(file_);
+    if (!text) {
+        Diagnostics().Report(file_, 0, "profiles cannot be read", "check that you may read the file");
+        throw Failure{MAPI_E_NO_ACCESS};
+    }
+    if (!IsUtf8(text->View())) RefuseFile(file_, 0, "text is not UTF-8");
+    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(text->View()))) {
+        if (line.kind == IniLine::Kind::Unreadable) RefuseFile(file_, line.number, "neither a setting nor a section");
+        if (line.kind == IniLine::Kind::Section) {
+            if (!StartsWithIgnoringCase(line.name, sectionStart))
+                RefuseFile(file_, line.number, "unknown section; [profile NAME] is known");
+            const std::string name(Trimmed(line.name.substr(sectionStart.size())));
+            if (name.empty() || contents.Find(name) != contents.sections.end())
+                RefuseFile(file_, line.number, "profile without a name or with the name of another");
+            contents.sections.push_back({{name, {}}, std::string(line.raw), {}});
+            continue;
+        }
+        if (contents.sections.empty()) {
+            if (line.kind == IniLine::Kind::Blank)
+                (contents.display.empty() ? contents.head : contents.behindDisplay).append(line.raw);
+            else if (EqualsIgnoringCase(line.name, "display"))
+                contents.display = line.value;
+            else
+                RefuseFile(file_, line.number, "unknown setting; before the first profile only display is known");
+            continue;
+        }
+        Section& section = contents.sections.back();
+        section.lines.append(line.raw);
+        if (line.kind == IniLine::Kind::Blank) continue;
+        std::vector<ProfileService>& services = section.profile.services;
+        const std::optional<std::uint32_t> flags = ReadFlags(line.value);
+        if (EqualsIgnoringCase(line.name, "service"))
+            services.push_back({std::string(line.value), {}, 0});
+        else if (services.empty())
+            RefuseFile(file_, line.number, "setting before the first service of its profile");
+        else if (EqualsIgnoringCase(line.name, "location"))
+            services.back().location = PathOfUtf8(line.value);
+        else if (EqualsIgnoringCase(line.name, "flags") && flags)
+            services.back().flags = *flags;
+        else
+            RefuseFile(file_, line.number, "unknown setting; known are: service, location, flags (a number)");
+    }
+    return contents;
+}
+
+void ProfileStore::Write(const Contents& contents) {
+    std::string text = contents.head;
+    if (text.empty()) text = "# Profiles of the fax address books. Text is UTF-8.\n\n";
+    if (!text.ends_with('\n')) text.push_back('\n');
+    if (!contents.display.empty()) text.append("display = ").append(contents.display).append("\n");
+    text.append(contents.behindDisplay.empty() && !contents.display.empty() ? "\n" : contents.behindDisplay);
+    for (const Section& section : contents.sections) {
+        text.append(section.header);
+        if (!section.header.ends_with('\n')) text.push_back('\n');
+        text.append(section.lines);
+    }
+    if (ReplaceFile(file_, text)) return;
+    Diagnostics().Report(file_, 0, "profiles cannot be written",
+                         "check that you may write there; the file is as it was");
+    throw Failure{MAPI_E_NO_ACCESS};
+}
+
+std::vector<Profile> ProfileStore::List() const {
+    std::vector<Profile> profiles;
+    for (Section& section : Read().sections) profiles.push_back(std::move(section.profile));
+    return profiles;
+}
+
+std::optional<Profile> ProfileStore::Find(std::string_view name) const {
+    Contents contents = Read();
+    const auto found = contents.Find(name);
+    if (found == contents.sections.end()) return std::nullopt;
+    return std::move(found->profile);
+}
+
+std::string ProfileStore::DisplayProfile() const {
+    return Read().display;
+}
+
+void ProfileStore::Create(std::string_view name) {
+    Contents contents = Read();
+    contents.Add(name);
+    Write(contents);
+}
+
+void ProfileStore::Copy(std::string_view from, std::string_view to) {
+    Contents contents = Read();
+    const std::string lines = contents.Get(from).lines;
+    contents.Add(to).lines = lines;
+    Write(contents);
+}
+
+void ProfileStore::Remove(std::string_view name) {
+    Contents contents = Read();
+    contents.Get(name);
+    contents.sections.erase(contents.Find(name));
+    if (contents.display == name) contents.display.clear();
+    Write(contents);
+}
+
+void ProfileStore::AddService(std::string_view profile, const ProfileService& service) {
+    Contents contents = Read();
+    std::string& lines = contents.Get(profile).lines;
+    // Before the empty lines that set the profile off from the next one.
+    const std::string_view used = Trimmed(lines);
+    const size_t end = used.empty() ? 0 : static_cast<size_t>(used.data() + used.size() - lines.data());
+    std::string added = end == 0 ? "" : "\n";
+    added.append("service = ").append(service.name);
+    if (!service.location.empty()) added.append("\nlocation = ").append(Utf8Of(service.location));
+    added.append("\nflags = ").append(WriteFlags(service.flags));
+    if (lines.find('\n', end) == std::string::npos) added.push_back('\n');
+    lines.insert(end, added);
+    Write(contents);
+}
+
+void ProfileStore::SetDisplayProfile(std::string_view name) {
+    Contents contents = Read();
+    contents.Get(name);
+    contents.display = name;
+    Write(contents);
+}

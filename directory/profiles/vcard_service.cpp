@@ -1,0 +1,27 @@
+// From a profile to the locations of its services.
+#include "profiles/vcard_service.h"
+
+#include "diagnostics.h"
+#include "objects/guard.h"
+#include "platform/environment.h"
+#include "text/ascii.h"
+
+bool IsServiceName(std::string_view name) {
+    return EqualsIgnoringCase(name, vcardServiceName);
+}
+
+std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store) {
+    if (profileName.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()});
+    const std::optional<Profile> profile = store.Find(profileName);
+    Require(profile.has_value(), MAPI_E_NOT_FOUND);
+    std::vector<std::filesystem::path> locations;
+    for (const ProfileService& service : profile->services) {
+        if (!IsServiceName(service.name)) {
+            Diagnostics().Report(store.File(), 0, "unknown service " + service.name + " in profile " + profile->name,
+                                 "it is left out; known is: VCARD");
+            throw Failure{MAPI_E_NOT_FOUND};
+        }
+        locations.push_back(service.location.empty() ? ContactsFolder() : service.location);
+    }
+    return std::make_shared<Session>(locations);
+}

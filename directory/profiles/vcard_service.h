@@ -1,0 +1,16 @@
+// The one service of this provider: the address books in a folder, or in one file, of vCards.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+#include "books/session.h"
+#include "profiles/profile_store.h"
+
+// Whether CreateService knows the name; letter case does not matter.
+bool IsServiceName(std::string_view name);
+
+// A session on a profile of the store, or for an empty name on the contacts folder alone. Throws Failure:
+// MAPI_E_NOT_FOUND for an unknown profile, and what the store throws.
+std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store);

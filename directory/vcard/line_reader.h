@@ -1,0 +1,44 @@
+// The content lines of a vCard text: a line end followed by a blank does not end a line (folding). Lines end with
+// CR LF, LF or CR, also mixed in one file.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// A view of the text from a content line's first byte to its last, line ends of folds included.
+struct ContentLine {
+    std::string_view raw;
+    size_t number = 0;  // of its first line in the file, counted from 1
+    bool folded = false;
+};
+
+class LineReader {
+  public:
+    explicit LineReader(std::string_view text) : text_(text), nextFeed_(std::min(text.find('\n'), text.size())) {}
+
+    // The next line that is not empty; false at the end of the text.
+    bool Next(ContentLine& line);
+    // Takes the line that follows into this one, as a quoted-printable value that ends in "=" asks for. False, with
+    // nothing changed, at the end of the text, before an empty line and before the begin or end of a component.
+    bool JoinNext(ContentLine& line);
+
+  private:
+    // The end of the physical line that begins at a position: where its line end begins.
+    size_t LineEnd(size_t start);
+    size_t SkipLineEnd(size_t end) const;
+    // Moves past one content line, from position_.
+    size_t TakeFolded(bool& folded);
+
+    std::string_view text_;
+    size_t position_ = 0;
+    size_t number_ = 1;
+    // The first line feed at or after position_: found once per line feed, or a text without any would be searched to
+    // its end for every line.
+    size_t nextFeed_;
+};
+
+// Appends a raw line without its folds. vCard 2.1 folds before a blank that belongs to the text; later versions add
+// the blank.
+void AppendUnfolded(std::string_view raw, bool keepBlank, std::string& text);
