@@ -1,0 +1,189 @@
+// Built with CLI11: each command is an App with its options and a function that runs it when it was chosen.
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <optional>
+
+#include "commands.h"
+
+namespace {
+
+// What the arguments said. The options of every command are read into the same places.
+struct Choice {
+    std::string profile;
+    bool json = false;
+    bool csv = false;
+    std::string book;
+    std::string name;
+    std::string searchWord;
+    std::vector<std::string> services;
+    std::function<void(const CommandContext&)> run;
+};
+
+void AddProfileOption(CLI::App& app, Choice& choice) {
+    app.add_option("--profile", choice.profile, "the profile to read; without it, the default one")->type_name("NAME");
+}
+
+void AddFormatOptions(CLI::App& app, Choice& choice) {
+    app.add_flag("--json", choice.json, "print JSON: an array with one object for each row");
+    app.add_flag("--csv", choice.csv, "print CSV with a header line");
+}
+
+CLI::App* AddCommand(CLI::App& app, Choice& choice, const std::string& name, const std::string& description,
+                     const std::string& examples, std::function<void(const CommandContext&)> run) {
+    CLI::App* command = app.add_subcommand(name, description);
+    command->group("Commands");
+    command->footer("Examples:\n" + examples);
+    command->callback([&choice, run = std::move(run)] { choice.run = run; });
+    return command;
+}
+
+CLI::App* AddReadingCommand(CLI::App& app, Choice& choice, const std::string& name, const std::string& description,
+                            const std::string& examples, std::function<void(const CommandContext&)> run) {
+    CLI::App* command = AddCommand(app, choice, name, description, examples, std::move(run));
+    AddProfileOption(*command, choice);
+    AddFormatOptions(*command, choice);
+    return command;
+}
+
+void AddBookArgument(CLI::App& command, Choice& choice) {
+    command.add_option("BOOK", choice.book, "the address book: its name, its path or the end of its path")->required();
+}
+
+void AddNameArgument(CLI::App& command, Choice& choice, const std::string& name, const std::string& description) {
+    command.add_option(name, choice.name, description)->required();
+}
+
+// NAME or NAME:FLAGS, the flags a number; nothing for another text.
+std::optional<Service> ParseService(const std::string& text) {
+    const size_t colon = text.rfind(':');
+    Service service = {text.substr(0, colon), 0};
+    if (service.name.empty()) return std::nullopt;
+    if (colon != std::string::npos) {
+        const char* end = text.data() + text.size();
+        const auto [rest, error] = std::from_chars(text.data() + colon + 1, end, service.flags);
+        if (error != std::errc() || rest != end) return std::nullopt;
+    }
+    return service;
+}
+
+std::string CheckService(const std::string& text) {
+    return ParseService(text) ? "" : "\"" + text + "\" is not a name, or a name, a colon and a number";
+}
+
+void AddAddressBookCommands(CLI::App& app, Choice& choice) {
+    AddReadingCommand(app, choice, "books", "List the address books and the containers in them",
+                      "  faxbook books\n"
+                      "  faxbook books --profile Work --json\n",
+                      commands::ListBooks);
+
+    CLI::App* destinations =
+        AddReadingCommand(app, choice, "destinations",
+                          "List the destinations of an address book: one line for each fax number, and groups",
+                          "  faxbook destinations Company\n"
+                          "  faxbook destinations Company/Sales --search berlin\n"
+                          "  faxbook destinations Private --csv > private.csv\n"
+                          "A slash that is part of a book's name is written \\/, a backslash \\\\.\n",
+                          [&choice](const CommandContext& context) {
+                              commands::ListDestinations(context, choice.book, choice.searchWord);
+                          });
+    AddBookArgument(*destinations, choice);
+    destinations
+        ->add_option("--search", choice.searchWord, "only lines with this word in any column, in capitals or not")
+        ->type_name("WORD");
+
+    CLI::App* details = AddReadingCommand(
+        app, choice, "details", "Show the details of a person, or the members of a group by name",
+        "  faxbook details Company \"Ada Example\"\n"
+        "  faxbook details Company/Sales \"Everyone in Sales\"\n",
+        [&choice](const CommandContext& context) { commands::ShowDetails(context, choice.book, choice.name); });
+    AddBookArgument(*details, choice);
+    AddNameArgument(*details, choice, "NAME", "the person or group");
+
+    CLI::App* group = AddReadingCommand(
+        app, choice, "group", "List the fax numbers that a fax to a group is sent to",
+        "  faxbook group Company/Sales \"Everyone in Sales\"\n"
+        "  faxbook group Company Everyone --json\n",
+        [&choice](const CommandContext& context) { commands::ListGroupMembers(context, choice.book, choice.name); });
+    AddBookArgument(*group, choice);
+    AddNameArgument(*group, choice, "GROUP", "the group");
+}
+
+void AddProfileCommands(CLI::App& app, Choice& choice) {
+    CLI::App* profiles = AddCommand(app, choice, "profiles", "List the profiles and their services",
+                                    "  faxbook profiles\n"
+                                    "  faxbook profiles --json\n",
+                                    commands::ListProfiles);
+    AddFormatOptions(*profiles, choice);
+
+    CLI::App* profile = app.add_subcommand("profile", "Create and administer profiles");
+    profile->group("Commands")->require_subcommand(0, 1);
+
+    CLI::App* create = AddCommand(*profile, choice, "create", "Create a profile",
+                                  "  faxbook profile create Work --service VCARD\n"
+                                  "  faxbook profile create Work --service VCARD:1\n",
+                                  [&choice](const CommandContext& context) {
+                                      std::vector<Service> services;
+                                      for (const std::string& text : choice.services)
+                                          services.push_back(ParseService(text).value());
+                                      commands::CreateProfile(context, choice.name, services);
+                                  });
+    AddNameArgument(*create, choice, "NAME", "the new profile");
+    create->add_option("--service", choice.services, "a service of the profile, with its flags; may be repeated")
+        ->type_name("NAME[:FLAGS]")
+        ->allow_extra_args(false)
+        ->check(CheckService);
+
+    CLI::App* admin = AddCommand(*profile, choice, "admin", "Show the provider's administration of profiles",
+                                 "  faxbook profile admin\n"
+                                 "  faxbook profile admin Work\n",
+                                 commands::AdministerProfiles);
+    admin->add_option("NAME", choice.profile, "the profile to administer");
+}
+
+void AddResourceCommand(CLI::App& app, Choice& choice) {
+    CLI::App* resources = AddCommand(app, choice, "resources",
+                                     "List the strings, dialogs, icons and other resources that the library carries",
+                                     "  faxbook resources\n"
+                                     "  faxbook resources --csv > to-translate.csv\n",
+                                     commands::ListResources);
+    AddFormatOptions(*resources, choice);
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& notes) {
+    Choice choice;
+    CLI::App app("Reads address books for fax programs: lists the books, their destinations and groups.", "faxbook");
+    app.set_version_flag("--version", "faxbook " FAXBOOK_VERSION);
+    // At most one: what follows a command's name is never taken for another command. That there is one is seen below.
+    app.require_subcommand(0, 1);
+    app.allow_windows_style_options(false);
+    app.get_formatter()->column_width(28);
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.get_formatter()->label("Subcommands", "Commands");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("REQUIRED", "");
+    app.get_formatter()->label("TEXT", "");
+    app.footer("\"faxbook COMMAND --help\" shows a command's arguments and examples.\n");
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return std::string("faxbook: ") + error.what() + "; see \"faxbook --help\" or \"faxbook COMMAND --help\"\n";
+    });
+    AddProfileOption(app, choice);
+    AddFormatOptions(app, choice);
+    AddAddressBookCommands(app, choice);
+    AddProfileCommands(app, choice);
+    AddResourceCommand(app, choice);
+    try {
+        // CLI11 takes the arguments from the back.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
+        if (!choice.run) throw CLI::RequiredError("A command");
+        if (choice.json && choice.csv) throw CLI::ExcludesError("--json", "--csv");
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, out, notes) == 0 ? exitSuccess : exitUsage;
+    }
+    const Format format = choice.json ? Format::Json : choice.csv ? Format::Csv : Format::Table;
+    choice.run({out, notes, format, choice.profile});
+    return exitSuccess;
+}

@@ -1,0 +1,16 @@
+// The program's command line: its commands, their arguments, help and examples, written once here.
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+// The exit codes.
+inline constexpr int exitSuccess = 0;
+inline constexpr int exitFailure = 1;  // the command could not do what it was asked for
+inline constexpr int exitUsage = 2;    // the arguments are not understood
+
+// Does what the arguments ask for and returns the exit code of help or wrong usage, or of a command that ended well.
+// Throws CommandFailure when the command fails.
+int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& notes);

@@ -1,0 +1,42 @@
+// The commands. Each reads through the library, prints its rows to `out` and what a user should know beside them to
+// `notes`, and throws CommandFailure when it cannot do what it was asked for.
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "output.h"
+
+struct CommandContext {
+    std::ostream& out;
+    std::ostream& notes;
+    Format format = Format::Table;
+    std::string profile;  // empty: the default one
+};
+
+struct Service {
+    std::string name;
+    uint32_t flags = 0;
+};
+
+namespace commands {
+
+// address_book_commands.cpp
+void ListBooks(const CommandContext& context);
+void ListDestinations(const CommandContext& context, const std::string& book, const std::string& searchWord);
+
+// destination_commands.cpp
+void ShowDetails(const CommandContext& context, const std::string& book, const std::string& name);
+void ListGroupMembers(const CommandContext& context, const std::string& book, const std::string& group);
+
+// profile_commands.cpp
+void ListProfiles(const CommandContext& context);
+void CreateProfile(const CommandContext& context, const std::string& name, const std::vector<Service>& services);
+void AdministerProfiles(const CommandContext& context);
+
+// resource_commands.cpp
+void ListResources(const CommandContext& context);
+
+}  // namespace commands

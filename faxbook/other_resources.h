@@ -1,0 +1,11 @@
+// The library's resources that are no strings: dialogs and their controls, icon groups, version block, manifest.
+#pragma once
+
+#include <windows.h>
+
+#include <iosfwd>
+
+#include "output.h"
+
+// Adds rows of kind, id, control and text; what this system's library cannot carry is said in the notes.
+void AddOtherResources(HMODULE module, Table& table, std::ostream& notes);

@@ -1,0 +1,122 @@
+// faxbook profiles, faxbook profile create, faxbook profile admin. The library has no export that lists the profiles;
+// the shipped provider's file of them is read with the provider's own code.
+#include <algorithm>
+#include <ostream>
+
+#include "command_failure.h"
+#include "commands.h"
+#include "objects/guard.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "profiles/profile_store.h"
+#include "results.h"
+#include "session.h"
+#include "text.h"
+
+namespace {
+
+constexpr int32_t noSupport = static_cast<int32_t>(0x80040102);
+constexpr int32_t userCancel = static_cast<int32_t>(0x80040113);
+
+ServiceRecord MakeServiceRecord(const Service& service) {
+    ServiceRecord record = {};
+    const std::string name = InCodePage(service.name, "the service name");
+    if (name.size() >= sizeof(record.serviceName)) {
+        throw CommandFailure("the service name \"" + service.name + "\" is longer than " +
+                             std::to_string(sizeof(record.serviceName) - 1) + " bytes; no service has such a name");
+    }
+    std::ranges::copy(name, record.serviceName);
+    record.serviceFlags = service.flags;
+    return record;
+}
+
+std::string JoinServices(const std::vector<Service>& services) {
+    std::string text;
+    for (const Service& service : services) text += (text.empty() ? "" : ", ") + service.name;
+    return text;
+}
+
+// What the library answered, for a message. It stores no code when it could not load the provider.
+std::string Answer(int32_t result) {
+    return result < 0 ? "the library answered " + ResultText(result)
+                      : "the library could not load its provider QDXL7RA.DLL; see that it lies beside QDXL7RC.DLL";
+}
+
+const char* AdviceForCreating(int32_t result) {
+    switch (static_cast<uint32_t>(result)) {
+        case 0x80040604:
+            return "; a profile of that name exists already: choose another name, or remove it with \"faxbook profile "
+                   "admin\"";
+        case 0x8004010F:
+            return "; check the names of the services (the provider that ships with the library has VCARD); the "
+                   "profile "
+                   "itself may have been created";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
+namespace commands {
+
+void ListProfiles(const CommandContext& context) {
+    const ProfileStore store(ProfilesFile());
+    const std::string file = Utf8Of(store.File());
+    Table table({{"profile"},
+                 {"service"},
+                 {"location", Column::Kind::Text, Column::WhenEmpty::Hide},
+                 {"flags"},
+                 {"for_display", Column::Kind::Text, Column::WhenEmpty::Hide}});
+    try {
+        const std::string displayProfile = store.DisplayProfile();
+        for (const Profile& profile : store.List()) {
+            const char* forDisplay = profile.name == displayProfile ? "yes" : "";
+            if (profile.services.empty()) table.AddRow({profile.name, "", "", "", forDisplay});
+            for (const ProfileService& service : profile.services) {
+                table.AddRow(
+                    {profile.name, service.name, Utf8Of(service.location), HexText(service.flags), forDisplay});
+            }
+        }
+    } catch (const Failure& failure) {
+        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(failure.result) +
+                             "; see what is said above, and correct the file");
+    }
+    Print(table, context.format, context.out);
+    if (table.RowCount() == 0) {
+        context.notes << "faxbook: there are no profiles in " << file << "; the default profile needs none\n";
+    }
+}
+
+void CreateProfile(const CommandContext& context, const std::string& name, const std::vector<Service>& services) {
+    const Library library;
+    std::vector<ServiceRecord> records;
+    std::ranges::transform(services, std::back_inserter(records), MakeServiceRecord);
+    if (!library.CreateProfile(0, 0, InCodePage(name, "the profile name").c_str(),
+                               static_cast<uint32_t>(records.size()), records.data(), library.Module())) {
+        const int32_t result = library.LastResult();
+        throw CommandFailure("cannot create the profile \"" + name + "\"" +
+                             (services.empty() ? "" : " with " + JoinServices(services)) + ": " + Answer(result) +
+                             AdviceForCreating(result));
+    }
+    context.notes << "faxbook: profile \"" << name << "\" created, "
+                  << (services.empty() ? "without services: it has no address books yet"
+                                       : "with " + JoinServices(services))
+                  << '\n';
+}
+
+void AdministerProfiles(const CommandContext& context) {
+    const Library library;
+    const std::string name = InCodePage(context.profile, "the profile name");
+    const bool shown =
+        library.DisplayAdminProfiles(0, name.empty() ? nullptr : name.c_str(), 0, 0, library.Module()) != 0;
+    const int32_t result = library.LastResult();
+    if (!shown) {
+        throw CommandFailure(
+            "cannot show the profile administration: " + Answer(result) +
+            (result == noSupport ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
+    }
+    if (result == userCancel) context.notes << "faxbook: cancelled\n";
+}
+
+}  // namespace commands

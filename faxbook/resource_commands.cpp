@@ -1,0 +1,38 @@
+// faxbook resources: what the library carries, for people who translate it. Strings are read in the same way on every
+// system; the other kinds only a Windows library has (other_resources_windows.cpp).
+#include <array>
+#include <limits>
+#include <ostream>
+
+#include "commands.h"
+#include "other_resources.h"
+#include "session.h"
+#include "text.h"
+
+namespace {
+
+constexpr UINT largestStringId = std::numeric_limits<uint16_t>::max();
+
+void AddStrings(HMODULE module, Table& table) {
+    std::array<char, 4096> text;
+    for (UINT id = 1; id <= largestStringId; ++id) {
+        const int length = LoadStringA(module, id, text.data(), static_cast<int>(text.size()));
+        if (length <= 0) continue;
+        table.AddRow({"string", std::to_string(id), "", Utf8({text.data(), static_cast<size_t>(length)})});
+    }
+}
+
+}  // namespace
+
+namespace commands {
+
+void ListResources(const CommandContext& context) {
+    const Library library;
+    Table table(
+        {{"kind"}, {"id", Column::Kind::Number}, {"control", Column::Kind::Number, Column::WhenEmpty::Hide}, {"text"}});
+    AddStrings(library.Module(), table);
+    AddOtherResources(library.Module(), table, context.notes);
+    Print(table, context.format, context.out);
+}
+
+}  // namespace commands

@@ -1,0 +1,165 @@
+// Count, then fill: every list is asked for its length first and then read into records of that number.
+#include "session.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+
+#include "command_failure.h"
+#include "results.h"
+#include "text.h"
+
+namespace {
+
+constexpr char libraryName[] = "QDXL7RC.DLL";
+
+// The library's path: beside this program.
+std::string LibraryPath() {
+    std::string path(MAX_PATH, '\0');
+    DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    while (length >= path.size() - 1) {
+        path.resize(path.size() * 2);
+        length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    }
+    path.resize(length);
+    const size_t separator = path.find_last_of("\\/");
+    path.resize(separator == std::string::npos ? 0 : separator + 1);
+    return path + libraryName;
+}
+
+std::string ProfileText(std::string_view profile) {
+    return profile.empty() ? "the default profile" : "the profile \"" + std::string(profile) + "\"";
+}
+
+std::string AdviceForOpening(std::string_view profile, int32_t result) {
+    switch (static_cast<uint32_t>(result)) {
+        case 0x8004010F:
+            return "see \"faxbook profiles\" for the profiles there are, or create it with \"faxbook profile create " +
+                   std::string(profile) + "\"";
+        case 0x80004005:
+            return "see that QDXL7RA.DLL lies beside QDXL7RC.DLL and belongs to it";
+        default:
+            return "see what the provider said above, and try \"faxbook profile admin\"";
+    }
+}
+
+RecordListDescriptor DescribeRecords(size_t recordSize, void* storage) {
+    RecordListDescriptor descriptor = {};
+    descriptor.recordSize = static_cast<int16_t>(recordSize);
+    descriptor.recordStorage = storage;
+    return descriptor;
+}
+
+[[noreturn]] void ThrowUnanswered(const char* what) {
+    throw CommandFailure(std::string("the library could not deliver ") + what +
+                         " (it answered 0, which gives no reason); free some memory and try again");
+}
+
+}  // namespace
+
+Library::Library() {
+    const std::string path = LibraryPath();
+    module.reset(LoadLibraryA(path.c_str()));
+    if (!module) {
+        throw CommandFailure("cannot load " + Utf8(path) + " (system error " + std::to_string(GetLastError()) +
+                             "); put it beside this program");
+    }
+#define RESOLVE_EXPORT(name)                                                                    \
+    name = std::bit_cast<decltype(name)>(GetProcAddress(module.get(), #name));                  \
+    if (!name) {                                                                                \
+        throw CommandFailure(Utf8(path) + " has no function " #name                             \
+                                          "; put the library of this program's version there"); \
+    }
+    LIBRARY_EXPORTS(RESOLVE_EXPORT)
+#undef RESOLVE_EXPORT
+}
+
+Session::Session(const Library& openLibrary, std::string_view profile)
+    : library(openLibrary), handle(nullptr, Closer{&openLibrary}) {
+    const std::string name = InCodePage(profile, "the profile name");
+    handle.reset(
+        library.OpenAddressBook(nullptr, name.empty() ? nullptr : name.c_str(), 0, nullptr, 0, library.Module()));
+    if (!handle) {
+        const int32_t result = library.LastResult();
+        throw CommandFailure("cannot open " + ProfileText(profile) + ": the library answered " + ResultText(result) +
+                             "; " + AdviceForOpening(profile, result));
+    }
+}
+
+std::vector<AddressBookRecord> Session::AddressBooks() {
+    return ReadAddressBooks(nullptr);
+}
+
+std::vector<AddressBookRecord> Session::Containers(AddressBookEntry addressBook) {
+    return ReadAddressBooks(addressBook);
+}
+
+std::vector<AddressBookRecord> Session::ReadAddressBooks(AddressBookEntry parent) {
+    uint32_t count = 0;
+    // 0 is also the answer when there are no address books.
+    if (!library.GetAddressBookList(handle.get(), 0, parent, &count, nullptr)) return {};
+    std::vector<AddressBookRecord> records(count);
+    const RecordListDescriptor descriptor = DescribeRecords(sizeof(AddressBookRecord), records.data());
+    if (count > 0 && !library.GetAddressBookList(handle.get(), 0, parent, &count, &descriptor)) {
+        ThrowUnanswered("the address books");
+    }
+    return records;
+}
+
+std::vector<DestinationRecord> Session::Destinations(AddressBookEntry addressBook) {
+    uint32_t count = 0;
+    if (!library.GetDestinationList(handle.get(), 0, addressBook, &count, nullptr)) {
+        ThrowUnanswered("the number of destinations");
+    }
+    std::vector<DestinationRecord> records(count);
+    std::vector<DestinationRecord*> addresses(count);
+    std::ranges::transform(records, addresses.begin(), [](DestinationRecord& record) { return &record; });
+    const RecordListDescriptor descriptor = DescribeRecords(sizeof(DestinationRecord), addresses.data());
+    if (count > 0 && !library.GetDestinationList(handle.get(), 0, addressBook, &count, &descriptor)) {
+        ThrowUnanswered("the destinations");
+    }
+    return records;
+}
+
+std::string Session::Details(DestinationEntry destination) {
+    uint32_t size = 0;
+    if (!library.GetDestinationDetails(handle.get(), destination, &size, nullptr)) {
+        ThrowUnanswered("the length of the details");
+    }
+    std::string text(size, '\0');
+    if (!library.GetDestinationDetails(handle.get(), destination, &size, text.data())) ThrowUnanswered("the details");
+    return text;
+}
+
+GroupMembers Session::Members(DestinationEntry group) {
+    // The library leaves the counter alone when the provider cannot expand the group, and stores no such number.
+    constexpr uint32_t notStored = std::numeric_limits<uint32_t>::max();
+    GroupMembers members;
+    members.recipientCount = notStored;
+    if (!library.GetDestinationsInGroup(handle.get(), 0, group, &members.recipientCount, nullptr)) {
+        ThrowUnanswered("the number of members");
+    }
+    if (members.recipientCount == notStored) {
+        throw CommandFailure(
+            "the provider cannot expand the group; see what it said above, and look at the group's card");
+    }
+    // How many records a filling call wrote is seen from the first one that still carries this style. A recipient gives
+    // at most two records; more are needed only when the group has grown since it was counted.
+    constexpr uint32_t unwritten = std::numeric_limits<uint32_t>::max();
+    GroupMemberRecord blank = {};
+    blank.contentsStyle = unwritten;
+    uint32_t capacity = std::max(members.recipientCount, 1u) * 2;
+    members.records.assign(capacity, blank);
+    auto fill = [&] {
+        const RecordListDescriptor descriptor = DescribeRecords(sizeof(GroupMemberRecord), members.records.data());
+        return library.GetDestinationsInGroup(handle.get(), 0, group, &capacity, &descriptor) != 0;
+    };
+    while (!fill()) {
+        if (members.records.back().contentsStyle == unwritten) ThrowUnanswered("the members");
+        capacity *= 2;
+        members.records.assign(capacity, blank);
+    }
+    const auto end = std::ranges::find(members.records, unwritten, &GroupMemberRecord::contentsStyle);
+    members.records.erase(end, members.records.end());
+    return members;
+}
