@@ -1,0 +1,260 @@
+// GetAddressBookList: the address books of a session and the containers below them.
+#include <algorithm>
+
+#include "support/library_test.h"
+
+namespace {
+
+class AddressBookListTest : public LibraryTest {
+  protected:
+    // Three address books; the second holds A (with A1 and A2) and B.
+    void MakeThreeBooks() {
+        AddContainer("", "one", "One", {Text(PR_SERVICE_NAME, "VCARD"), Number(PR_VOK_PROVIDER_VALUE, -2)});
+        AddContainer("", "two", "Two",
+                     {Missing(PR_SERVICE_NAME), Number(CHANGE_PROP_TYPE(PR_VOK_PROVIDER_VALUE, PT_I2), 7)});
+        AddContainer("", "three", "Three");
+        AddContainer("two", "a", "A", {Text(PR_SERVICE_NAME, "ignored"), Number(PR_VOK_PROVIDER_VALUE, 9)});
+        AddContainer("two", "b", "B");
+        AddContainer("a", "a1", "A1");
+        AddContainer("a", "a2", "A2");
+    }
+    int32_t Count(uint32_t& count, AddressBookEntry parent = nullptr, uint32_t reserved = 0) {
+        return library.GetAddressBookList(session, reserved, parent, &count, nullptr);
+    }
+    int32_t Fill(void* storage, uint32_t capacity, AddressBookEntry parent = nullptr, uint32_t reserved = 0,
+                 int16_t recordSize = sizeof(AddressBookRecord)) {
+        const RecordListDescriptor descriptor{recordSize, {}, storage};
+        uint32_t count = capacity;
+        const int32_t result = library.GetAddressBookList(session, reserved, parent, &count, &descriptor);
+        EXPECT_EQ(count, capacity);
+        return result;
+    }
+};
+
+TEST_F(AddressBookListTest, CountsAndFillsTheTopLevel) {
+    MakeThreeBooks();
+    session = Open();
+    uint32_t count = 5;
+    EXPECT_EQ(Count(count), 1);
+    EXPECT_EQ(count, 8u);
+
+    std::vector<AddressBookRecord> records(4, Untouched<AddressBookRecord>());
+    EXPECT_EQ(Fill(records.data(), 4), 1);
+    EXPECT_TRUE(SameBytes(records[0], ExpectedBook(records[0], "One", "VCARD", 0xFFFFFFFE)));
+    EXPECT_TRUE(SameBytes(records[1], ExpectedBook(records[1], "Two", "", 0)));
+    EXPECT_TRUE(SameBytes(records[2], ExpectedBook(records[2], "Three", "", 0)));
+    EXPECT_TRUE(SameBytes(records[3], Untouched<AddressBookRecord>()));
+
+    records.assign(3, Untouched<AddressBookRecord>());
+    EXPECT_EQ(Fill(records.data(), 2), 0);
+    EXPECT_TRUE(SameBytes(records[1], ExpectedBook(records[1], "Two", "", 0)));
+    EXPECT_TRUE(SameBytes(records[2], Untouched<AddressBookRecord>()));
+    EXPECT_EQ(Fill(nullptr, 3), 0);
+}
+
+TEST_F(AddressBookListTest, ReadsHierarchyTablesAsAgreed) {
+    MakeThreeBooks();
+    session = Open();
+    script.Forget();
+    uint32_t count = 0;
+    EXPECT_EQ(Count(count), 1);
+    std::string text;
+    for (const std::string& call : script.calls) text += call + '\n';
+    EXPECT_EQ(text,
+              "addressBook.OpenEntry(null, null, 0)\n"
+              "root.GetHierarchyTable(0)\n"
+              "root.hierarchy.SetColumns([3001001E 0FFF0102 0FFE0003 30050003 3D09001E 60000003], 0)\n"
+              "root.hierarchy.SeekRow(0, 0, null)\n"
+              "root.hierarchy.GetRowCount(0)\n"
+              "root.hierarchy.QueryRows(3, 0)\n"
+              "VOKFreeProws()\n"
+              "root.hierarchy.Release()\n"
+              "root.Release()\n");
+}
+
+TEST_F(AddressBookListTest, DescendsDepthFirst) {
+    MakeThreeBooks();
+    session = Open();
+    const AddressBookEntry two = ListBooks(session)[1].entry;
+    script.Forget();
+    uint32_t count = 10;
+    EXPECT_EQ(Count(count, two), 1);
+    EXPECT_EQ(count, 14u);
+    // A's subtree is read while the row set with A and B is still held.
+    EXPECT_EQ(script.CallsOf({"OpenEntry", "VOKFreeProws"}),
+              "addressBook.OpenEntry(two, null, 0)\n"
+              "addressBook.OpenEntry(a, null, 0)\n"
+              "addressBook.OpenEntry(a1, null, 0)\n"
+              "addressBook.OpenEntry(a2, null, 0)\n"
+              "VOKFreeProws()\n"
+              "addressBook.OpenEntry(b, null, 0)\n"
+              "VOKFreeProws()\n");
+    script.Forget();
+
+    std::vector<AddressBookRecord> records(5, Untouched<AddressBookRecord>());
+    EXPECT_EQ(Fill(records.data(), 5, two), 1);
+    EXPECT_TRUE(SameBytes(records[0], ExpectedContainer(records[0], "A", nullptr)));
+    EXPECT_TRUE(SameBytes(records[1], ExpectedContainer(records[1], "A1", &records[0])));
+    EXPECT_TRUE(SameBytes(records[2], ExpectedContainer(records[2], "A2", &records[0])));
+    EXPECT_TRUE(SameBytes(records[3], ExpectedContainer(records[3], "B", nullptr)));
+    EXPECT_TRUE(SameBytes(records[4], Untouched<AddressBookRecord>()));
+    records.assign(3, Untouched<AddressBookRecord>());
+    EXPECT_EQ(Fill(records.data(), 2, two), 0);
+    EXPECT_TRUE(SameBytes(records[1], ExpectedContainer(records[1], "A1", &records[0])));
+    EXPECT_TRUE(SameBytes(records[2], Untouched<AddressBookRecord>()));
+    EXPECT_EQ(Fill(nullptr, 4, two), 0);
+    EXPECT_EQ(script.callCount, 0u) << "the subtree was read again";
+
+    const AddressBookEntry twoAgain = ListBooks(session)[1].entry;
+    script.Forget();
+    EXPECT_EQ(ListBooks(session, twoAgain).size(), 4u);
+    EXPECT_EQ(script.CountOf("GetHierarchyTable"), 5u);
+}
+
+TEST_F(AddressBookListTest, WritesRecordsAtAnyDistance) {
+    MakeThreeBooks();
+    session = Open();
+    ListBooks(session);
+    struct {
+        int16_t recordSize;
+        size_t begin;
+    } const cases[] = {{540, 0}, {547, 1}, {-600, 1300}};
+    for (const auto& [recordSize, begin] : cases) {
+        std::vector<char> storage(2000, static_cast<char>(untouched));
+        std::vector<char> expected = storage;
+        EXPECT_EQ(Fill(storage.data() + begin, 3, nullptr, 0, recordSize), 1);
+        const char* const names[] = {"One", "Two", "Three"};
+        for (int i = 0; i < 3; ++i) {
+            const auto offset = static_cast<size_t>(static_cast<int>(begin) + i * recordSize);
+            AddressBookRecord record;
+            std::memcpy(&record, storage.data() + offset, 540);
+            record = ExpectedBook(record, names[i], i == 0 ? "VCARD" : "", i == 0 ? 0xFFFFFFFE : 0);
+            std::memcpy(expected.data() + offset, &record, 540);
+        }
+        EXPECT_TRUE(SameBytes(storage.data(), expected.data(), storage.size())) << recordSize;
+    }
+}
+
+TEST_F(AddressBookListTest, CutsNamesAfter259Bytes) {
+    AddContainer("", "b", std::string(300, 'n'), {Text(PR_SERVICE_NAME, std::string(259, 's') + "t")});
+    AddContainer("b", "c", std::string(259, 'c') + '\xE9');
+    session = Open();
+    const auto books = ListBooks(session);
+    EXPECT_TRUE(SameBytes(books[0], ExpectedBook(books[0], std::string(259, 'n'), std::string(259, 's'), 0)));
+    const auto containers = ListBooks(session, books[0].entry);
+    EXPECT_TRUE(SameBytes(containers[0], ExpectedContainer(containers[0], std::string(259, 'c'), nullptr)));
+}
+
+TEST_F(AddressBookListTest, WithoutATreeThereIsNothingToFill) {
+    script.entries.try_emplace("");
+    session = Open();
+    auto record = Untouched<AddressBookRecord>();
+    uint32_t count = 3;
+    EXPECT_EQ(Fill(&record, 1), 1);
+    EXPECT_EQ(Count(count), 0);
+    EXPECT_EQ(Fill(&record, 1), 1);
+    EXPECT_EQ(Count(count, nullptr, 1), 0);
+    AddContainer("", "b", "Book");
+    EXPECT_EQ(Count(count, nullptr, 1), 1);
+    EXPECT_EQ(Fill(&record, 1, nullptr, 1), 1);
+    EXPECT_EQ(count, 3u);
+    EXPECT_TRUE(SameBytes(record, Untouched<AddressBookRecord>()));
+    EXPECT_EQ(Fill(&record, 1), 1);
+    EXPECT_TRUE(SameBytes(record, ExpectedBook(record, "Book", "", 0)));
+}
+
+// Which address book a descend goes into is told by its identifier.
+TEST_F(AddressBookListTest, FindsTheAddressBookByItsIdentifier) {
+    AddContainer("", "same", "First");
+    AddContainer("", "same", "Second");
+    AddContainer("", std::string("sa\0me", 5), "Zero inside");
+    AddContainer("", "", "Empty");
+    AddContainer("", "closed", "Closed");
+    script.entries[""].hierarchy.rows.push_back({Text(PR_DISPLAY_NAME, "None"), Missing(PR_ENTRYID)});
+    script.entries.erase("closed");
+    AddContainer("same", "c", "Inner");
+    AddContainer(std::string("sa\0me", 5), "z", "Zero's");
+    AddContainer("c", "d", "Innermost");
+    session = Open();
+    const auto books = ListBooks(session);
+    ASSERT_EQ(books.size(), 6u);
+
+    script.Forget();
+    const auto inner = ListBooks(session, books[1].entry);
+    ASSERT_EQ(inner.size(), 2u);
+    EXPECT_STREQ(inner[0].name, "Inner");
+    EXPECT_EQ(ListBooks(session, books[0].entry)[0].entry, inner[0].entry);
+    EXPECT_STREQ(ListBooks(session, books[2].entry)[0].name, "Zero's");
+    EXPECT_EQ(script.CountOf("GetHierarchyTable"), 5u);
+    script.Forget();
+    // No containers: an empty identifier opens nothing, a missing one finds nothing, a container is no address book.
+    for (const AddressBookEntry parent : {books[3].entry, books[5].entry, inner[0].entry})
+        EXPECT_TRUE(ListBooks(session, parent).empty());
+    EXPECT_EQ(script.callCount, 0u);
+    // One that cannot be opened is not tried again.
+    EXPECT_TRUE(ListBooks(session, books[4].entry).empty());
+    EXPECT_TRUE(ListBooks(session, books[4].entry).empty());
+    EXPECT_EQ(script.callCount, 1u);
+    uint32_t count = 0;
+    EXPECT_EQ(Count(count, books[0].entry, 1), 1);
+    EXPECT_EQ(count, 0u);
+}
+
+TEST_F(AddressBookListTest, ReadsLargeTablesInEqualBatches) {
+    struct {
+        size_t rows;
+        const char* calls;
+    } const cases[] = {
+        {9999, "QueryRows(9999, 0)\n"},
+        {10000, "QueryRows(10000, 0)\n"},
+        {25000, "QueryRows(10000, 0)\nQueryRows(10000, 0)\nQueryRows(10000, 0)\n"},
+    };
+    for (const auto& [rows, calls] : cases) {
+        script.entries.clear();
+        script.entries[""].hierarchy.rows.assign(rows, ContainerRow("b", "Book"));
+        session = Open();
+        script.Forget();
+        uint32_t count = 0;
+        EXPECT_EQ(Count(count), 1);
+        EXPECT_EQ(count, rows);
+        std::string seen = script.CallsOf({"QueryRows"});
+        for (size_t at; (at = seen.find("root.hierarchy.")) != std::string::npos;) seen.erase(at, 15);
+        EXPECT_EQ(seen, calls);
+        Close(session);
+    }
+}
+
+// A container that holds one of its ancestors is listed, without containers.
+TEST_F(AddressBookListTest, EndsWhereAHierarchyRefersBack) {
+    AddContainer("", "b", "Book");
+    AddContainer("b", "c", "C");
+    AddContainer("c", "b", "Book again");
+    AddContainer("c", "c", "C again");
+    AddContainer("b", "d", "D");
+    AddContainer("d", "c", "C elsewhere");
+    session = Open();
+    const auto containers = ListBooks(session, ListBooks(session)[0].entry);
+    std::string names;
+    for (const AddressBookRecord& record : containers) names += std::string(record.name) + ';';
+    EXPECT_EQ(names, "C;Book again;C again;D;C elsewhere;Book again;C again;");
+}
+
+// Depth costs no stack: not in reading, counting, filling or closing.
+TEST_F(AddressBookListTest, ReadsHierarchiesOfAnyDepth) {
+    constexpr size_t depth = 30000;
+    script.keepsCalls = false;
+    std::string parent;
+    for (size_t i = 0; i <= depth; ++i) {
+        const std::string id = "c" + std::to_string(i);
+        AddContainer(parent, id, id);
+        parent = id;
+    }
+    session = Open();
+    const auto containers = ListBooks(session, ListBooks(session)[0].entry);
+    ASSERT_EQ(containers.size(), depth);
+    EXPECT_TRUE(SameBytes(
+        containers[depth - 1],
+        ExpectedContainer(containers[depth - 1], parent, const_cast<AddressBookRecord*>(&containers[depth - 2]))));
+}
+
+}  // namespace

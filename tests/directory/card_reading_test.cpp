@@ -1,0 +1,107 @@
+// Cards as exporters write them and as they get damaged.
+#include <gtest/gtest.h>
+
+#include "card_text.h"
+#include "text/code_pages.h"
+
+namespace {
+
+std::string NamesIn(const std::string& text) {
+    const auto set = ReadSet(text);
+    std::string names;
+    for (const Card& card : set->Cards()) names += set->Text(card.name) + std::string("|");
+    return names;
+}
+
+struct Case {
+    const char* what;
+    std::string text;
+    const char* names;
+};
+
+TEST(CardReading, StructureNeverCostsAnotherCard) {
+    const std::string ann = CardOf({"FN:Ann"});
+    const std::string ben = CardOf({"FN:Ben"});
+    const Case cases[] = {
+        {"nothing", "", ""},
+        {"text around cards", "hello\r\n" + ann + "FN:Nobody\r\n\r\n" + ben + "bye", "Ann|Ben|"},
+        {"no END", "BEGIN:VCARD\nFN:Ann\n" + ben, "Ann|Ben|"},
+        {"no END in any", "BEGIN:VCARD\nFN:Ann\nBEGIN:VCARD\nFN:Ben\nBEGIN:VCARD\nFN:Eva", "Ann|Ben|Eva|"},
+        {"END alone", "END:VCARD\n" + ann + "END:VCARD\n" + ben, "Ann|Ben|"},
+        {"a card in a card", "BEGIN:VCARD\nAGENT:\n" + ben + "FN:Ann\nEND:VCARD\n", "Ann|Ben|"},
+        {"carriage returns only", "BEGIN:VCARD\rFN:Ann\rEND:VCARD\rBEGIN:VCARD\rFN:B\r en\rEND:VCARD\r", "Ann|Ben|"},
+        {"line feeds and both", "BEGIN:VCARD\nFN:An\n n\r\nEND:VCARD\r\n\n" + ben, "Ann|Ben|"},
+        {"lower case, blanks", "begin:vcard \nfn:Ann\nend:vcard\n" + ben, "Ann|Ben|"},
+        {"another component", "BEGIN:VCALENDAR\nBEGIN:VEVENT\nFN:No\nEND:VEVENT\nEND:VCALENDAR\n" + ben, "Ben|"},
+        {"cut off", ann + "BEGIN:VCARD\r\nFN:Be", "Ann|Be|"},
+        {"photo with unfolded lines",
+         CardOf({"PHOTO;ENCODING=BASE64;TYPE=JPEG:AAAA", "BBBBBB", " CCCC", "", "FN:Ann"}, "2.1") + ben, "Ann|Ben|"},
+        {"quoted-printable swallows no END",
+         CardOf({"FN:Ann", "NOTE;ENCODING=QUOTED-PRINTABLE:cut=20off="}, "2.1") + ben, "Ann|Ben|"},
+        {"card without a name", CardOf({"TITLE:x"}) + ben, "Ben|"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(NamesIn(c.text), c.names) << c.what;
+    std::string unended;
+    for (int i = 0; i < 100; ++i) unended += "BEGIN:VCARD\nFN:X\n";
+    EXPECT_EQ(NamesIn(unended).size(), 200U);
+}
+
+TEST(CardReading, NamesAndTheirSubstitutes) {
+    const Case cases[] = {
+        {"FN", CardOf({"N:Doe;Jo", "FN:Jo  \\n Doe"}), "Jo Doe|"},
+        {"spoken order", CardOf({"N:Doe;Jo,Ann;M;Dr.;Jr.", "FN:"}), "Dr. Jo Ann M Doe Jr.|"},
+        {"organisation", CardOf({"N:;;;;", "ORG:ACME;Sales"}), "ACME|"},
+        {"nickname", CardOf({"NICKNAME:Bo"}), "Bo|"},
+        {"e-mail", CardOf({"EMAIL:mailto:a@b.example"}), "a@b.example|"},
+        {"number", CardOf({"TEL:555"}), "555|"},
+        {"escapes of 3.0", CardOf({R"(FN:a\, b\; c\\d\:e)"}), R"(a, b; c\d:e|)"},
+        {"escapes of 2.1", CardOf({R"(FN:a\;b c:\new)"}, "2.1"), R"(a;b c:\new|)"},
+        {"fold of 2.1 keeps its blank", CardOf({"FN:Ann\r\n Lee"}, "2.1"), "Ann Lee|"},
+        {"fold of 3.0 loses its blank", CardOf({"FN:An\r\n\tn"}), "Ann|"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(NamesIn(c.text), c.names) << c.what;
+}
+
+TEST(CardReading, Encodings) {
+    const std::string jose = "Jos\xC3\xA9";
+    std::string utf16 = "\xFF\xFE";
+    for (const char c : CardOf({"FN:Jos\xE9"})) utf16 += {c, '\0'};
+    const Case cases[] = {
+        {"UTF-8", CardOf({"FN:" + jose}), ""},
+        {"mark", "\xEF\xBB\xBF" + CardOf({"FN:" + jose}), ""},
+        {"folded in a character", CardOf({"FN:Jos\xC3\r\n \xA9"}), ""},
+        {"no label", CardOf({"FN:Jos\xE9"}), ""},
+        {"label", CardOf({"FN;CHARSET=iso-8859-1:Jos\xE9"}, "2.1"), ""},
+        {"quoted-printable", CardOf({"FN;ENCODING=QUOTED-PRINTABLE;CHARSET=UTF-8:Jos=C3=A9"}, "2.1"), ""},
+        {"soft break, bare encoding", CardOf({"FN;QUOTED-PRINTABLE;CHARSET=Windows-1252:J=", "os=", "=E9"}, "2.1"), ""},
+        {"lower-case digits, no label", CardOf({"FN;ENCODING=quoted-printable:Jos=c3=a9"}, "2.1"), ""},
+        {"base64", CardOf({"FN;ENCODING=b:Sm9zw6k="}), ""},
+        {"UTF-16", utf16, ""},
+        {"UTF-16 without a mark", utf16.substr(2), ""},
+    };
+    for (const Case& c : cases) EXPECT_EQ(NamesIn(c.text), InActiveCodePage(jose) + "|") << c.what;
+    // What disagrees with its label costs its own characters only.
+    EXPECT_EQ(NamesIn(CardOf({"FN;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:Jo=C3, Ann"}, "2.1")),
+              InActiveCodePage("Jo\xEF\xBF\xBD, Ann") + "|");
+}
+
+TEST(CardReading, OrganisationAndNotes) {
+    const auto set = ReadSet(CardOf({"FN:A", R"(ORG:A\;B, Inc.;Sales;;East)", R"(NOTE:one\ntwo)", "NOTE:three"}));
+    const Card& card = set->Cards()[0];
+    EXPECT_STREQ(set->Text(card.company), "A;B, Inc.");
+    EXPECT_STREQ(set->Text(card.department), "Sales, East");
+    EXPECT_STREQ(set->Text(card.comment), "one\r\ntwo\r\nthree");
+}
+
+TEST(CardReading, AddressesAreFoundInEverySpelling) {
+    const auto set = ReadSet(CardOf({"FN:A", "UID:urn:uuid:ABC-1", "EMAIL:Ann@Example.com", "TEL:+1 (555) 01"}) +
+                                 CardOf({"FN:B", "UID:abc-2"}),
+                             true);
+    EXPECT_EQ(set->Find(NormalisedAddress("urn:uuid:abc-1")), 0U);
+    EXPECT_EQ(set->Find(NormalisedAddress("ABC-2")), 1U);
+    EXPECT_EQ(set->Find(NormalisedAddress("MAILTO:ann@example.com?subject=x")), 0U);
+    EXPECT_EQ(set->Find(NormalisedAddress("tel:+1-555-01;ext=2")), 0U);
+    EXPECT_EQ(set->Find(NormalisedAddress("urn:uuid:abc-3")), std::nullopt);
+}
+
+}  // namespace

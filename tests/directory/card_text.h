@@ -1,0 +1,31 @@
+// Cards for the tests of the reader: a card around some lines, and the set that reading a text gives.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <initializer_list>
+#include <string>
+
+#include "diagnostics.h"
+#include "vcard/card_set.h"
+
+inline void SetVariable(const char* name, const std::string& value) {
+#ifdef _WIN32
+    SetEnvironmentVariableA(name, value.c_str());
+#else
+    setenv(name, value.c_str(), 1);
+#endif
+}
+
+inline std::string CardOf(std::initializer_list<std::string> lines, const std::string& version = "3.0") {
+    std::string text = "BEGIN:VCARD\r\nVERSION:" + version + "\r\n";
+    for (const std::string& line : lines) text += line + "\r\n";
+    return text + "END:VCARD\r\n";
+}
+
+inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, bool keepAddresses = false) {
+    SetVariable("FAXBOOK_DIAGNOSTICS", "off");
+    Diagnostics diagnostics;
+    return CardSet::Read("test.vcf", text, keepAddresses, diagnostics);
+}

@@ -1,0 +1,136 @@
+// Profiles: made, opened, kept in their file, and administered by questions and answers.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "card_text.h"
+#include "objects/guard.h"
+#include "profiles/administration.h"
+#include "provider_client.h"
+
+namespace {
+
+class ProfilesTest : public testing::Test {
+  protected:
+    Held<ProfileAdministration> Administration() {
+        ProfileAdministration* administration = nullptr;
+        EXPECT_EQ(library_.AdminProfiles(VOK_ADMIN_CREATE, 0, nullptr, 0, &administration), S_OK);
+        return Held<ProfileAdministration>(administration);
+    }
+    HRESULT Create(const char* name) { return Administration()->CreateProfile(name, nullptr, 0); }
+    HRESULT AddService(const char* profile, const char* service, ULONG flags = 0) {
+        ServiceAdministration* services = nullptr;
+        const HRESULT result = Administration()->AdministerServices(profile, nullptr, &services);
+        if (FAILED(result)) return result;
+        const Held<ServiceAdministration> held(services);
+        return services->CreateService(service, "", flags, 0, 0);
+    }
+    HRESULT Open(const char* name) {
+        IAddrBook* book = nullptr;
+        SessionSupport* support = nullptr;
+        const HRESULT result = library_.Open(nullptr, name, 0, nullptr, 0, nullptr, nullptr, nullptr, &book, &support);
+        EXPECT_EQ(book != nullptr, SUCCEEDED(result));
+        if (book != nullptr) book->Release();
+        if (support != nullptr) support->Release();
+        return result;
+    }
+    void WriteProfiles(const std::string& text) { std::ofstream(contacts_.Profiles(), std::ios::binary) << text; }
+    std::string ProfilesText() const { return ReadText(contacts_.Profiles()); }
+
+    ContactsFolderForTest contacts_;
+    ProviderLibrary library_;
+};
+
+TEST_F(ProfilesTest, AreCreatedWithServicesAndOpened) {
+    contacts_.Write("a.vcf", CardOf({"FN:Ann"}));
+    EXPECT_EQ(Open("Office"), MAPI_E_NOT_FOUND);
+    ASSERT_EQ(Create("Office"), S_OK);
+    EXPECT_EQ(Create("Office"), MAPI_E_COLLISION);
+    ASSERT_EQ(AddService("Office", "VCARD", 0x130000), S_OK);
+    ASSERT_EQ(AddService("Office", "vcard", 0x100000), S_OK);
+    ASSERT_EQ(Create("Second [1]"), S_OK);
+    EXPECT_EQ(AddService("Office", "LDAP"), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(AddService("Nowhere", "VCARD"), MAPI_E_NOT_FOUND);
+    for (const char* name : {"", " x", "a\nb"}) EXPECT_EQ(Create(name), MAPI_E_INVALID_PARAMETER) << name;
+    EXPECT_EQ(Administration()->CreateProfile("x", "secret", 0), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(ProfilesText(),
+              "# Profiles of the fax address books. Text is UTF-8.\n\n"
+              "[profile Office]\nservice = VCARD\nflags = 0x00130000\nservice = VCARD\nflags = 0x00100000\n\n"
+              "[profile Second [1]]\n");
+    EXPECT_EQ(Open("Second [1]"), S_OK);
+    Caller caller("Office");
+    const std::vector<Values> books = caller.ListBooks();
+    ASSERT_EQ(books.size(), 2U);
+    EXPECT_EQ(books[0].at(PR_VOK_PROVIDER_VALUE), "0");
+    EXPECT_EQ(books[1].at(PR_VOK_PROVIDER_VALUE), "1");
+    EXPECT_NE(books[0].at(PR_ENTRYID), books[1].at(PR_ENTRYID));
+}
+
+TEST_F(ProfilesTest, AFileEditedByHandKeepsItsLines) {
+    contacts_.Write("x/a.vcf", CardOf({"FN:Ann"}));
+    const std::string location = (contacts_.Contacts() / "x/a.vcf").string();
+    const std::string text =
+        "; mine\r\ndisplay = B\n# more\n[Profile A]\n\n# first\nservice=vcard\n location = " + location +
+        " \n\n[profile B]";
+    WriteProfiles(text);
+    Caller caller("A");
+    EXPECT_EQ(caller.ListBook("a").at(0).at(PR_DISPLAY_NAME), "Ann");
+    ASSERT_EQ(AddService("A", "VCARD", 1), S_OK);
+    ASSERT_EQ(AddService("B", "VCARD", 2), S_OK);
+    std::string expected = text;
+    expected.insert(expected.find(" \n\n[profile B]"), "\nservice = VCARD\nflags = 0x00000001");
+    EXPECT_EQ(ProfilesText(), expected + "\nservice = VCARD\nflags = 0x00000002\n");
+}
+
+TEST_F(ProfilesTest, ADamagedFileIsLeftAlone) {
+    for (const std::string damaged :
+         {"[profile A]\nwhat is this\n", "[profile A]\n[profile A]\n", "[other]\n", "[profile A]\nlocation = x\n",
+          "[profile A]\nservice=VCARD\nflags = many\n", "\xFF\xFE[profile A]\n", "colour = red\n"}) {
+        WriteProfiles(damaged);
+        EXPECT_EQ(Create("New"), MAPI_E_CORRUPT_DATA) << damaged;
+        EXPECT_EQ(Open("A"), MAPI_E_CORRUPT_DATA) << damaged;
+        EXPECT_EQ(ProfilesText(), damaged);
+        EXPECT_EQ(Open(nullptr), S_OK) << "the default profile needs no file";
+    }
+    EXPECT_NE(contacts_.Diagnostics().find("profiles.ini:2: neither a setting nor a section"), std::string::npos);
+}
+
+TEST_F(ProfilesTest, AFileThatCannotBeWrittenIsSaid) {
+    SetVariable("FAXBOOK_PROFILES", (contacts_.Contacts() / "file" / "profiles.ini").string());
+    contacts_.Write("file", "not a folder");
+    EXPECT_EQ(Create("A"), MAPI_E_NO_ACCESS);
+    EXPECT_NE(contacts_.Diagnostics().find("cannot be written"), std::string::npos);
+}
+
+TEST_F(ProfilesTest, QuestionsAndAnswers) {
+    struct Interview {
+        const char* answers;
+        HRESULT result;
+        const char* said;
+        const char* profiles;  // names, with "*" behind the one for display
+    };
+    const Interview interviews[] = {
+        {"close\n", S_OK, "No profiles are defined.", ""},
+        {"add\nA\n\nclose\n", S_OK, "Name of the new profile", "A "},
+        {"add\nA\nclose\n", S_OK, "already", "A "},
+        {"copy\nA\nB\ndisplay\nB\nlist\ncancel\n", MAPI_E_USER_CANCEL, "B (for display)", "A B* "},
+        {"remove\nB\nremove\nB\nquit\n", MAPI_E_USER_CANCEL, "no such profile", "A "},
+        {"properties\nA\nwhat\nclose\n", S_OK, "VCARD: the contacts folder", "A "},
+        {"add\n", MAPI_E_USER_CANCEL, "Name of the new profile", "A "},
+        {"", MAPI_E_USER_CANCEL, "A\n", "A "},
+    };
+    ProfileStore store(contacts_.Profiles());
+    for (const Interview& interview : interviews) {
+        std::istringstream input(interview.answers);
+        std::ostringstream output;
+        EXPECT_EQ(AskAboutProfiles(input, output, store), interview.result) << interview.answers;
+        EXPECT_NE(output.str().find(interview.said), std::string::npos) << output.str();
+        std::string profiles;
+        for (const Profile& profile : store.List())
+            profiles += profile.name + (profile.name == store.DisplayProfile() ? "* " : " ");
+        EXPECT_EQ(profiles, interview.profiles);
+    }
+}
+
+}  // namespace

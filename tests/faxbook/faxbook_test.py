@@ -1,0 +1,270 @@
+#!/usr/bin/env python3
+"""Runs the built faxbook as a user would, on the sample address books and on some made here.
+
+python3 faxbook_test.py PROGRAM [LAUNCHER...]   the launcher is wine64 for the Windows program
+"""
+
+import csv
+import io
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+EXAMPLES = Path(__file__).resolve().parents[2] / "examples"
+PROGRAM = Path()
+LAUNCHER = []
+
+
+def system_path(path):
+    """The path as the program under test sees it; Wine has the root folder as drive Z."""
+    return "Z:" + str(path).replace("/", "\\") if LAUNCHER else str(path)
+
+
+def code_page_environment(code_page):
+    if LAUNCHER:
+        return {"LC_ALL": {"1252": "C.UTF-8", "932": "ja_JP.UTF-8"}[code_page]}
+    return {"HOST_CODE_PAGE": code_page}
+
+
+class FaxbookTest(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.contacts = EXAMPLES
+        self.profiles = self.folder / "profiles.ini"
+
+    def enterContext(self, manager):
+        value = manager.__enter__()
+        self.addCleanup(manager.__exit__, None, None, None)
+        return value
+
+    def run_faxbook(self, *arguments, program=None, **environment):
+        return subprocess.run(
+            LAUNCHER + [str(program or PROGRAM), *arguments],
+            env={**os.environ, "FAXBOOK_CONTACTS": system_path(self.contacts),
+                 "FAXBOOK_PROFILES": system_path(self.profiles), "FAXBOOK_DIAGNOSTICS": "off",
+                 "HOST_REGISTRY": str(self.folder / "registry"), "LC_ALL": "C.UTF-8", **environment},
+            stdin=subprocess.DEVNULL, capture_output=True, timeout=120, check=False)
+
+    def output_of(self, *arguments, notes="", **environment):
+        """Standard output of a command that must end well and say nothing but `notes` beside it."""
+        done = self.run_faxbook(*arguments, **environment)
+        self.assertEqual((done.returncode, done.stderr.decode()), (0, notes), arguments)
+        return done.stdout.decode()
+
+    def rows_of(self, *arguments, **environment):
+        return json.loads(self.output_of(*arguments, "--json", **environment))
+
+    def assert_fails(self, arguments, exit_code, *parts, **environment):
+        """Nothing on standard output, and one line on standard error that has the parts in it."""
+        done = self.run_faxbook(*arguments, **environment)
+        message = done.stderr.decode()
+        self.assertEqual((done.returncode, done.stdout), (exit_code, b""), (arguments, message))
+        self.assertRegex(message, r"\Afaxbook: [^\n]+\n\Z", arguments)
+        for part in parts:
+            self.assertIn(part, message, arguments)
+
+
+class ReadingTest(FaxbookTest):
+    def test_books_are_listed_with_their_containers(self):
+        self.assertEqual(
+            self.output_of("books"),
+            "PATH                  NAME       KIND          SERVICE  PROVIDER VALUE\n"
+            "Company               Company    address book  VCARD                 0\n"
+            "Company/Sales         Sales      container     VCARD                 0\n"
+            "Company/Sales/Export  Export     container     VCARD                 0\n"
+            "Company/Support       Support    container     VCARD                 0\n"
+            "Customers             Customers  address book  VCARD                 0\n"
+            "Private               Private    address book  VCARD                 0\n"
+            "Suppliers             Suppliers  address book  VCARD                 0\n")
+
+    def test_a_person_has_a_line_for_each_number(self):
+        for book, name, numbers in (
+                ("Company", "Ada Winterfeld", ["+493023125002", "+493023125003", "+493023125004"]),
+                ("company/SALES", "Ngozi Okafor", ["+44 20 7946 0123", "+44 1632 960123"]),
+                ("Customers", "Iris Papadopoulou", ["+1 212 555 0151", "+1 212 555 0152", "+1 212 555 0153"]),
+                ("Customers", "Thandi Dube", [""]),
+                ("Suppliers", "Glaswerk Harz", ["+49 69 90009 163"]),
+                ("Private", "Jürgen Groß", ["+49 89 99998 171"]),
+                ("Support", "Maeve Kelly", ["+1 212 555 0141"]),
+                ("Support", "Piero Rossi", ["+1 212 555 0143"])):
+            rows = [row for row in self.rows_of("destinations", book) if row["name"] == name]
+            self.assertEqual([row["number"] for row in rows], numbers, name)
+            self.assertEqual({row["type"] for row in rows}, {"person"}, name)
+
+    def test_the_same_rows_come_in_every_format(self):
+        rows = self.rows_of("destinations", "Sales")
+        self.assertEqual([row["type"] for row in rows], ["person", "person", "person", "group"])
+        table = csv.DictReader(io.StringIO(self.output_of("destinations", "Sales", "--csv"), newline=""))
+        self.assertEqual(list(table), rows)
+        lines = self.output_of("--profile", "", "destinations", "Sales").splitlines()
+        self.assertEqual(lines[0].split(), ["NAME", "TYPE", "NUMBER", "COMPANY", "DEPARTMENT", "COMMENT"])
+        self.assertEqual([line[:len("François Lefèvre")].strip() for line in lines[1:]],
+                         [row["name"][:len("François Lefèvre")] for row in rows])
+
+    def test_search_looks_in_every_column_in_any_case(self):
+        for word, names in (("MÜLLER", {"Zoë Müller-Ångström"}), ("group", {"Management", "Everyone"}),
+                            ("23125 011", {"Zoë Müller-Ångström"}), ("ACCOUNTS", {"Zoë Müller-Ångström"})):
+            rows = self.rows_of("destinations", "Company", "--search", word)
+            self.assertEqual({row["name"] for row in rows}, names, word)
+
+    def test_an_empty_result_is_no_failure(self):
+        nothing = ("destinations", "Private", "--search", "zebra")
+        note = 'faxbook: no destinations in Private with "zebra"\n'
+        self.assertEqual(self.output_of(*nothing, notes=note), "")
+        self.assertEqual(self.output_of(*nothing, "--json", notes=note), "[]\n")
+        self.assertEqual(self.output_of(*nothing, "--csv", notes=note),
+                         "name,type,number,company,department,note,comment\n")
+        self.contacts = self.folder / "nothing"
+        self.contacts.mkdir()
+        done = self.run_faxbook("books", "--json")
+        self.assertEqual((done.returncode, done.stdout), (0, b"[]\n"))
+        self.assertIn(b"no address books", done.stderr)
+
+    def test_details_of_persons_and_groups(self):
+        for book, name, text in (
+                ("Company", "ada winterfeld", "Ada Winterfeld\nNordlicht Instruments\nManagement\n"
+                 "+493023125002 [Business]\nThree fax numbers: at work, at home and the preferred one.\n"),
+                ("Suppliers", "Ciara Byrne", "Ciara Byrne\nLiffey Optics\nOrders\n+1 212 555 0161 [Primary]\n"
+                 "A primary and a secondary fax number.\n"),
+                ("Company", "Everyone", "Zoë Müller-Ångström\n?\nManagement\nEveryone in Sales\n")):
+            lines = self.output_of("details", book, name).splitlines()
+            expected = text.splitlines()
+            self.assertEqual(len(lines), len(expected), lines)
+            for line, wanted in zip(lines, expected):
+                if wanted != "?":  # a name that the code page may lack
+                    self.assertEqual(line, wanted)
+
+    def test_all_destinations_of_a_name_are_shown(self):
+        self.contacts = self.folder
+        cards = "".join(f"BEGIN:VCARD\nVERSION:3.0\nFN:Sam Hill\nN:Hill;Sam;;;\nTEL;TYPE=FAX:+1 212 555 01{i}\nEND:VCARD\n"
+                        for i in (10, 11))
+        (self.folder / "Twins.vcf").write_text(cards)
+        texts = self.output_of("details", "Twins", "Sam Hill").split("\n\n")
+        self.assertEqual([text.splitlines()[1][:15] for text in texts], ["+1 212 555 0110", "+1 212 555 0111"])
+
+    def test_a_group_is_expanded_to_whom_a_fax_goes(self):
+        rows = self.rows_of("group", "Company", "Everyone")
+        self.assertEqual([(row["fax"], row["home_fax"]) for row in rows],
+                         [("+493023125004", ""), ("+49 30 23125 011", "+49 40 66969 012"), ("+33 1 99 00 12 02", ""),
+                          ("+44 20 7946 0123", "+44 1632 960123"), ("+46 8 465 004 10", ""), ("+1 212 555 0120", "")])
+        rows = self.rows_of("group", "Customers", "newsletter")
+        self.assertEqual([(row["name"], row["fax"]) for row in rows],
+                         [("Iris Papadopoulou", f"+1 212 555 015{i}") for i in (1, 2, 3)] +
+                         [("Samuel Ortega", "+1 212 555 0154")])
+
+    def test_text_is_utf8_in_every_code_page(self):
+        for code_page, japanese in (("932", "山田 花子"), ("1252", "?? ??")):
+            names = {row["name"] for row in self.rows_of("destinations", "Company", **code_page_environment(code_page))}
+            self.assertIn(japanese, names, code_page)
+            # The name as the card has it finds the name as the code page has it.
+            self.assertIn(japanese, self.output_of("details", "Company", "山田 花子",
+                                                   **code_page_environment(code_page)))
+
+
+class MessageTest(FaxbookTest):
+    def test_a_failure_is_one_line_that_says_what_to_do(self):
+        for arguments, parts in (
+                (["destinations", "Nowhere"], ['no address book "Nowhere"', "Company/Sales", "Suppliers"]),
+                (["destinations", "books"], ['no address book "books"']),
+                (["destinations", "/Sales"], ['no address book "/Sales"']),
+                (["details", "Support", "Pjero Rosi"], ['no destination "Pjero Rosi" in Company/Support', "Piero Rossi"]),
+                (["group", "Company", "Ada Winterfeld"], ["is a person"]),
+                (["books", "--profile", "Nope"], ['"Nope"', "0x8004010F (MAPI_E_NOT_FOUND)", "faxbook profiles"]),
+                (["profile", "create", "Work", "--service", "s" * 32], ["longer than 31 bytes"]),
+                (["profile", "create", ""], ["0x80070057 (MAPI_E_INVALID_PARAMETER)"])):
+            self.assert_fails(arguments, 1, *parts)
+
+    def test_wrong_usage_ends_with_2(self):
+        for arguments in ([], ["faxes"], ["destinations"], ["destinations", "A", "B"], ["books", "--json", "--csv"],
+                          ["destinations", "A", "--search"], ["profile"], ["profile", "create"],
+                          ["profile", "create", "A", "--service", "VCARD:one"],
+                          ["profile", "create", "A", "--service", ":1"], ["books", "--nothing"]):
+            self.assert_fails(arguments, 2, "--help")
+
+    def test_every_command_has_help_with_examples(self):
+        for command in ("books", "destinations", "details", "group", "profiles", "profile create", "profile admin",
+                        "resources"):
+            self.assertIn(f"Examples:\n  faxbook {command}", self.output_of(*command.split(), "--help"))
+        self.assertRegex(self.output_of("--version"), r"\Afaxbook \d+(\.\d+)+\n\Z")
+
+    def test_a_missing_or_foreign_library_is_named(self):
+        binaries = PROGRAM.parent
+        here = self.folder / "alone"
+        here.mkdir()
+        for file in [PROGRAM, *binaries.glob("libhost_windows.so")]:
+            shutil.copy(file, here)
+        alone = here / PROGRAM.name
+        self.assert_fails(["books"], 1, "cannot load", "QDXL7RC.DLL", program=alone)
+        shutil.copy(binaries / "QDXL7RA.DLL", here / "QDXL7RC.DLL")
+        self.assert_fails(["books"], 1, "QDXL7RC.DLL has no function OpenAddressBook", program=alone)
+        shutil.copy(binaries / "QDXL7RC.DLL", here)
+        self.assert_fails(["books"], 1, "0x80004005 (MAPI_E_CALL_FAILED)", "QDXL7RA.DLL", program=alone)
+
+    @unittest.skipUnless(os.path.exists("/dev/full"), "there is no /dev/full")
+    def test_output_that_cannot_be_written_is_a_failure(self):
+        if LAUNCHER:
+            self.skipTest("Wine does not report a full device")
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([str(PROGRAM), "resources"], stdout=full, stderr=subprocess.PIPE, check=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn(b"cannot write the output", done.stderr)
+
+
+class ProfileTest(FaxbookTest):
+    def test_a_profile_is_created_listed_and_read(self):
+        self.output_of("profile", "create", "Work", "--service", "VCARD", "--service", "VCARD:3",
+                       notes='faxbook: profile "Work" created, with VCARD, VCARD\n')
+        self.assertEqual([(row["profile"], row["service"], row["flags"]) for row in self.rows_of("profiles")],
+                         [("Work", "VCARD", "0x00100000"), ("Work", "VCARD", "0x00130000")])
+        books = [row["path"] for row in self.rows_of("books", "--profile", "Work")]
+        # Two services on one folder: the second copy of each book has a path of its own.
+        self.assertEqual(len(books), 14)
+        self.assertEqual(len(set(books)), 14)
+        self.assertIn("Company#2/Sales/Export", books)
+        self.assertEqual(self.rows_of("destinations", "Company#2/Sales/Export", "--profile", "Work"),
+                         self.rows_of("destinations", "Export"))
+        self.assert_fails(["profile", "create", "Work"], 1, "0x80040604 (MAPI_E_COLLISION)", "exists already")
+
+    def test_what_cannot_be_created_or_read_is_said(self):
+        self.assertIn("there are no profiles in", self.run_faxbook("profiles").stderr.decode())
+        self.assert_fails(["profile", "create", "New", "--service", "NOSUCH"], 1, "0x8004010F (MAPI_E_NOT_FOUND)",
+                          "NOSUCH")
+        self.profiles.write_text("[profile Damaged\nservice = VCARD\n")
+        self.assert_fails(["profiles"], 1, "profiles.ini", "0x8004011B (MAPI_E_CORRUPT_DATA)")
+
+    def test_administration_without_a_terminal_fails(self):
+        if LAUNCHER:
+            self.skipTest("Windows has its dialogs")
+        self.assert_fails(["profile", "admin"], 1, "0x80040102 (MAPI_E_NO_SUPPORT)", "terminal")
+
+
+class ResourceTest(FaxbookTest):
+    def test_the_library_s_resources_are_listed(self):
+        done = self.run_faxbook("resources", "--json")
+        self.assertEqual(done.returncode, 0)
+        rows = json.loads(done.stdout)
+        strings = {row["id"]: row["text"] for row in rows if row["kind"] == "string"}
+        self.assertEqual((strings[29], strings[80], strings[2009]),
+                         ("\r\n", "(Business Fax)", "Select Destination Fax Number Dialog Box"))
+        self.assertFalse(strings.keys() & {26, 64, 71, 81, 91})
+        if not LAUNCHER:
+            self.assertIn(b"strings only", done.stderr)
+            return
+        self.assertEqual([row["id"] for row in rows if row["kind"] == "dialog"], list(range(101, 108)))
+        self.assertEqual([row["id"] for row in rows if row["kind"] == "icon group"], list(range(200, 207)))
+        self.assertIn({"kind": "control", "id": 106, "control": 1003, "text": "P&roperties"}, rows)
+        self.assertIn("OriginalFilename: QDXL7RC.DLL", [row["text"] for row in rows if row["kind"] == "version"])
+        self.assertTrue(any("asInvoker" in row["text"] for row in rows if row["kind"] == "manifest"))
+
+
+if __name__ == "__main__":
+    PROGRAM = Path(sys.argv[1]).resolve()
+    LAUNCHER = sys.argv[2:]
+    unittest.main(argv=sys.argv[:1])

@@ -1,0 +1,198 @@
+// Providers that answer what no provider should: wrong counts, broken rows, values of any size. What can be read is
+// there, and nothing else is touched.
+#include "support/library_test.h"
+
+namespace {
+
+class HostileProviderTest : public LibraryTest {};
+
+// All tables are read by the same rules; each case is tried on each.
+TEST_F(HostileProviderTest, CountsAndRowSetsMayLie) {
+    struct {
+        const char* what;
+        size_t rows;
+        std::optional<ULONG> statedCount;
+        std::vector<ULONG> batches;
+        size_t read;
+        unsigned queries;
+    } const cases[] = {
+        {"nothing although counted", 3, 3, {0}, 0, 1},
+        {"nothing after the first row set", 4, 4, {2, 0, 2}, 2, 2},
+        {"fewer at a time than asked for", 3, 3, {1, 1, 1}, 3, 3},
+        {"fewer than counted", 3, 10, {}, 3, 2},
+        {"more than counted, given when asked for less", 5, 2, {5}, 5, 1},
+        {"more than counted, never given", 5, 2, {}, 2, 1},
+        {"more than are left", 4, 3, {2, 2}, 4, 2},
+        {"no count", 3, 0, {}, 0, 0},
+        {"the largest count", 3, 0xFFFFFFFF, {}, 3, 2},
+        {"more than a batch, all at once", 10003, std::nullopt, {10003}, 10003, 1},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.what);
+        const auto lie = [&](Table& table, const Row& row) {
+            table = {std::vector<Row>(each.rows, row), each.statedCount, each.batches};
+        };
+        script.entries.clear();
+        lie(script.entries[""].hierarchy, ContainerRow("b", "Book"));
+        session = Open();
+        script.Forget();
+        uint32_t count = 0;
+        EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), each.read == 0 ? 0 : 1);
+        EXPECT_EQ(count, each.read);
+        EXPECT_EQ(script.CountOf("QueryRows"), each.queries);
+
+        script.entries[""].hierarchy = {{ContainerRow("b", "Book")}, {}, {}};
+        lie(script.entries["b"].hierarchy, ContainerRow("", "Container"));
+        lie(script.entries["b"].contents, PersonRow("p", "Ada"));
+        const AddressBookEntry book = ListBooks(session)[0].entry;
+        EXPECT_EQ(ListBooks(session, book).size(), each.read);
+        EXPECT_EQ(ListDestinations(session, book).size(), each.read);
+
+        script.entries["b"].contents = {{GroupRow("g", "Group")}, {}, {}};
+        script.entries["g"] = {.type = MAPI_DISTLIST};
+        lie(script.entries["g"].contents, PersonRow("p", "Ada"));
+        const DestinationEntry group = ListDestinations(session, book)[0].entry;
+        uint32_t size = 0;
+        EXPECT_EQ(library.GetDestinationDetails(session, group, &size, nullptr), 1);
+        EXPECT_EQ(size, each.read == 0 ? 0 : each.read * 5 - 2);
+        Close(session);
+    }
+}
+
+// A row that cannot be understood is skipped or read as far as it goes.
+TEST_F(HostileProviderTest, RowsMayBeBroken) {
+    const Row whole = PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")});
+    const auto changed = [&](auto change) {
+        Row row = whole;
+        change(row);
+        return row;
+    };
+    struct {
+        Row row;
+        const char* name;  // null: no record
+        const char* number;
+    } const cases[] = {
+        {changed([](Row& row) { row.length = 0; }), nullptr, nullptr},
+        {changed([](Row& row) { row.length = 2; }), nullptr, nullptr},
+        {changed([](Row& row) { row.length = 3; }), "Ada", ""},
+        {changed([](Row& row) { row.length = 5; }), "Ada", "1"},
+        {changed([](Row& row) { row.withoutValues = true; }), nullptr, nullptr},
+        // The object type counts under any tag, other values under their own tag only.
+        {changed([](Row& row) { row.values[2].tag = CHANGE_PROP_TYPE(PR_OBJECT_TYPE, PT_ERROR); }), "Ada", "1"},
+        {changed([](Row& row) { row.values[0] = Number(CHANGE_PROP_TYPE(PR_DISPLAY_NAME, PT_LONG), -1); }), "", "1"},
+        {changed([](Row& row) { row.values[3] = Number(CHANGE_PROP_TYPE(PR_PRIMARY_FAX_NUMBER, PT_I2), 7); }), "Ada",
+         ""},
+        {changed([](Row& row) { row.asGiven = true; }), "Ada", ""},
+        {changed([](Row& row) { row.values[0].isNull = row.values[3].isNull = true; }), "", ""},
+        {changed([](Row& row) { row.values[1].isNull = true; }), "Ada", "1"},
+        {changed([](Row& row) { row.values[1] = {.tag = PR_ENTRYID, .number = 100, .isNull = true}; }), "Ada", "1"},
+        {changed([](Row& row) { row.values[1] = Missing(PR_ENTRYID); }), "Ada", "1"},
+    };
+    for (const HRESULT style : {0, 4})
+        for (const auto& each : cases) {
+            SCOPED_TRACE(&each - cases);
+            const auto records = DestinationsOf({each.row, PersonRow("q", "Next")}, style);
+            ASSERT_EQ(records.size(), each.name == nullptr ? 1u : 2u);
+            EXPECT_STREQ(records.back().name, "Next");
+            if (each.name == nullptr) continue;
+            EXPECT_STREQ(records[0].name, each.name);
+            EXPECT_STREQ(records[0].faxNumber, each.number);
+            EXPECT_EQ(Details(session, records[0].entry).find("Next"), std::string::npos);
+        }
+    // The same rows as address books and containers.
+    for (const auto& each : cases) {
+        script.entries[""].hierarchy.rows = {each.row, ContainerRow("b", "Book")};
+        script.entries["b"].hierarchy.rows = {each.row};
+        const auto books = ListBooks(session);
+        ASSERT_EQ(books.size(), 2u);
+        const bool named = each.row.length.value_or(6) > 0 && !each.row.withoutValues && each.name == nullptr;
+        EXPECT_STREQ(books[0].name, named ? "Ada" : each.name == nullptr ? "" : each.name);
+        EXPECT_EQ(ListBooks(session, books[1].entry).size(), 1u);
+    }
+}
+
+TEST_F(HostileProviderTest, RecipientsMayBeBroken) {
+    const std::vector<Value> numbers{Text(PR_PRIMARY_FAX_NUMBER, "1"), Text(PR_ADDRTYPE, "SMTP")};
+    std::vector<Row> members(5, PersonRow("m", "Ada", numbers));
+    members[0].withoutValues = true;
+    members[1].length = 0;
+    members[2].length = 1;
+    members[3].length = 5;
+    members[4].values[0].isNull = true;
+    script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}};
+    for (size_t i = 0; i < members.size(); ++i) {
+        script.entries["g"].members.push_back("m" + std::to_string(i));
+        script.entries["m" + std::to_string(i)].properties = members[i];
+    }
+    script.entries["g"].members.push_back("unknown");
+    for (const HRESULT style : {0, 4}) {
+        const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")}, style)[0].entry;
+        std::string seen;
+        std::vector<GroupMemberRecord> records(6, Untouched<GroupMemberRecord>());
+        const RecordListDescriptor descriptor{0, {}, records.data()};
+        uint32_t count = 6;
+        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, &descriptor), 1);
+        for (const GroupMemberRecord& record : records)
+            if (record.contentsStyle == static_cast<uint32_t>(style))
+                seen += std::string(record.name) + ':' + record.businessFax + ' ';
+        EXPECT_EQ(seen, style == 4 ? "Ada:1 :1 " : ": : Ada: Ada:1 :1 : ");
+    }
+    // The group's own entry with fewer values than asked for, and with none behind the count.
+    for (const ULONG length : {0u, 1u, 2u}) {
+        script.entries["g"].properties.length = length;
+        uint32_t count = 0;
+        const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")})[0].entry;
+        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+    }
+    script.entries["g"].properties.withoutValues = true;
+    uint32_t count = 3;
+    const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")})[0].entry;
+    EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+    EXPECT_EQ(count, 3u);
+}
+
+// The array of a second read that is shorter than asked for, or only claims to have values.
+TEST_F(HostileProviderTest, PropertyArraysMayBeBroken) {
+    Row properties{Text(PR_COMPANY_NAME, "C"), Text(PR_BODY, "Body"), Text(PR_COMMENT, "Comment")};
+    const auto companyOf = [&](const Row& row) {
+        script.entries["p"] = {.type = MAPI_MAILUSER, .properties = row};
+        const auto records = DestinationsOf({PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")})});
+        return std::string(records[0].company) + ':' + records[0].comment;
+    };
+    properties.length = 0;
+    EXPECT_EQ(companyOf(properties), ":");
+    properties.length = 1;
+    EXPECT_EQ(companyOf(properties), "C:");
+    properties.length = 3;
+    EXPECT_EQ(companyOf(properties), "C:Comment");
+    properties.withoutValues = true;
+    EXPECT_EQ(companyOf(properties), ":");
+}
+
+TEST_F(HostileProviderTest, ValuesMayBeOfAnySize) {
+    const std::string largeId(1 << 20, '\xFE');
+    const std::string largeText(10 << 20, 'x');
+    script.entries[largeId].contents.rows = {PersonRow(largeId, largeText, {Text(PR_PRIMARY_FAX_NUMBER, largeText)})};
+    script.entries[""].hierarchy.rows = {ContainerRow(largeId, largeText)};
+    session = Open();
+    const auto books = ListBooks(session);
+    EXPECT_TRUE(SameBytes(books[0], ExpectedBook(books[0], largeText.substr(0, 259), "", 0)));
+    EXPECT_TRUE(ListBooks(session, books[0].entry).empty());
+    const auto records = ListDestinations(session, books[0].entry);
+    ASSERT_EQ(records.size(), 1u);
+    EXPECT_STREQ(records[0].name, largeText.substr(0, 85).c_str());
+    EXPECT_EQ(Details(session, records[0].entry), largeText + "\r\n" + largeText + " [Business]");
+}
+
+// A session without one of its two objects is none.
+TEST_F(HostileProviderTest, BothSessionObjectsAreNeeded) {
+    for (const bool addressBook : {true, false}) {
+        script.opensAddressBook = addressBook;
+        script.opensSupport = !addressBook;
+        EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+        EXPECT_EQ(library.GetLastVOKError(nullptr), E_FAIL);
+        EXPECT_EQ(script.Imbalance(), "");
+    }
+}
+
+}  // namespace

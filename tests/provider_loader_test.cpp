@@ -1,0 +1,188 @@
+// Where the library finds its provider, what it does with an incomplete one, and that it looks nowhere else. Every test
+// works on copies of the library of its own, so that each starts as a library that was never used.
+#include <algorithm>
+#include <optional>
+
+#include "support/library_test.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* libraryName = "QDXL7RC.DLL";
+constexpr const char* providerName = "QDXL7RA.DLL";
+
+class ProviderLoaderTest : public testing::Test {
+  protected:
+    ProviderLoaderTest() {
+        script.Reset();
+        fs::create_directories(folder);
+    }
+    ~ProviderLoaderTest() override {
+        EXPECT_EQ(script.Imbalance(), "");
+        script.Reset();
+    }
+
+    void Copy(const char* file, const fs::path& to) const {
+        fs::create_directories(to.parent_path());
+        fs::remove(to);
+        fs::copy_file(ScriptedFolder() / file, to);
+    }
+
+    // Opens and closes one session through the library at the path.
+    bool Opens(const fs::path& path) {
+        const LibraryUnderTest library(path);
+        if (library.Handle() == nullptr) return false;
+        EXPECT_EQ(library.GetLastVOKError(nullptr), 0);
+        SessionHandle* const session = library.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr);
+        EXPECT_EQ(library.GetLastVOKError(nullptr), session == nullptr ? E_FAIL : S_OK);
+        EXPECT_EQ(library.CloseAddressBook(session), 1);
+        return session != nullptr;
+    }
+    // The path of the provider that an open loads, or nothing if it fails.
+    std::optional<fs::path> ProviderOf(const fs::path& path) {
+        script.loaded.clear();
+        if (!Opens(path)) {
+            EXPECT_TRUE(script.loaded.empty()) << "loaded " << script.loaded[0];
+            return std::nullopt;
+        }
+        return script.loaded.size() == 1 ? std::optional(fs::path(script.loaded[0])) : std::nullopt;
+    }
+
+    Script& script = TheScript();
+    const fs::path folder = ScratchFolder() / testing::UnitTest::GetInstance()->current_test_info()->name();
+};
+
+TEST_F(ProviderLoaderTest, FindsTheProviderByTheLibrarysOwnPath) {
+    struct {
+        const char* library;
+        const char* provider;  // relative to the same folder, or null: the open fails
+    } const cases[] = {
+        {"plain/QDXL7RC.DLL", "plain/QDXL7RA.DLL"},
+        {"lower/qdxl7rc.dll", "lower/QDXL7RA.DLL"},
+        {"QDXL7RC.DLL/QDXL7RC.DLL", "QDXL7RC.DLL/QDXL7RA.DLL"},
+        {"prefix/XQDXL7RC.DLL", "prefix/XQDXL7RA.DLL"},
+        {"other/Library.dll", "other/Library.dllQDXL7RA.DLL"},
+        {"twice/QDXL7RC.DLL.QDXL7RC.DLL", "twice/QDXL7RC.DLL.QDXL7RA.DLL"},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.library);
+        // A provider under the usual name lies there in any case.
+        Copy(libraryName, folder / each.library);
+        Copy(providerName, (folder / each.library).parent_path() / providerName);
+        Copy(providerName, folder / each.provider);
+        const std::optional<fs::path> loaded = ProviderOf(folder / each.library);
+        ASSERT_TRUE(loaded.has_value());
+        EXPECT_TRUE(fs::equivalent(*loaded, folder / each.provider)) << *loaded;
+    }
+}
+
+TEST_F(ProviderLoaderTest, LooksNowhereElse) {
+    Copy(libraryName, folder / "missing" / libraryName);
+    Copy(libraryName, folder / "renamed" / "Library.dll");
+    Copy(providerName, folder / "renamed" / providerName);
+    Copy(libraryName, folder / "broken" / libraryName);
+    Copy("QDXL7RC.DLL", folder / "broken" / "damaged");
+    fs::resize_file(folder / "broken" / "damaged", 300);
+    fs::rename(folder / "broken" / "damaged", folder / "broken" / providerName);
+    Copy(providerName, folder / "current" / providerName);
+    const fs::path before = fs::current_path();
+    fs::current_path(folder / "current");
+    EXPECT_FALSE(Opens(folder / "missing" / libraryName));
+    EXPECT_FALSE(Opens(folder / "renamed" / "Library.dll"));
+    EXPECT_FALSE(Opens(folder / "broken" / libraryName));
+    fs::current_path(before);
+    EXPECT_TRUE(script.loaded.empty());
+}
+
+// The longest path that GetModuleFileNameA gives whole has 259 bytes; with the provider's name appended it is longer
+// than MAX_PATH. Windows itself may refuse to load that, but then nothing else is loaded in its place.
+TEST_F(ProviderLoaderTest, ManagesTheLongestPath) {
+    for (const std::string name : {libraryName, "Library.dll"}) {
+        const std::string begin = fs::absolute(folder).string();
+        ASSERT_LT(begin.size() + name.size() + 12, 259u) << "this folder's own path is too long for the test";
+        fs::path parent = begin;
+        size_t missing = 259 - begin.size() - 1 - name.size();
+        while (missing > 0) {
+            const size_t part = std::min<size_t>(missing - 1, missing > 101 && missing < 104 ? 50 : 100);
+            parent /= std::string(part, 'l');
+            missing -= part + 1;
+        }
+        const fs::path library = parent / name;
+        const fs::path expected =
+            name == libraryName ? parent / providerName : fs::path(library.string() + providerName);
+        ASSERT_EQ(library.string().size(), 259u);
+        Copy(libraryName, library);
+        Copy(providerName, expected);
+        const std::optional<fs::path> loaded = ProviderOf(library);
+#ifdef _WIN32
+        if (name != libraryName && !loaded) continue;
+#endif
+        ASSERT_TRUE(loaded.has_value()) << library;
+        EXPECT_EQ(loaded->filename(), expected.filename());
+    }
+}
+
+TEST_F(ProviderLoaderTest, ManagesWithAnIncompleteProvider) {
+    struct {
+        const char* provider;
+        bool opens, creates;
+        int books;
+    } const cases[] = {
+        {"without_open.DLL", false, true, 0},
+        {"without_admin_profiles.DLL", true, false, 1},
+        {"without_free_prows.DLL", true, true, 0},
+        {"without_resource_handle.DLL", true, true, 1},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.provider);
+        script.Reset();
+        script.resourceResult = E_FAIL;  // only a provider that can be asked refuses
+        if (std::string(each.provider) != "without_resource_handle.DLL") script.resourceResult = S_OK;
+        AddContainer("", "b", "Book");
+        const fs::path own = folder / each.provider;
+        Copy(libraryName, own / libraryName);
+        Copy(each.provider, own / providerName);
+        const LibraryUnderTest library(own / libraryName);
+        SessionHandle* const session = library.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr);
+        EXPECT_EQ(session != nullptr, each.opens);
+        EXPECT_EQ(library.GetLastVOKError(nullptr), each.opens ? S_OK : E_FAIL);
+        if (session != nullptr) {
+            uint32_t count = 0;
+            EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), each.books);
+            EXPECT_EQ(count, static_cast<uint32_t>(each.books));
+            EXPECT_EQ(library.CloseAddressBook(session), 1);
+        }
+        for (const bool create : {true, false}) {
+            const int32_t result = create ? library.CreateProfile(0, 0, "p", 0, nullptr, nullptr)
+                                          : library.DisplayAdminProfiles(0, "p", 0, 0, nullptr);
+            EXPECT_EQ(result, each.creates ? 1 : 0);
+            EXPECT_EQ(library.GetLastVOKError(nullptr), each.creates ? S_OK : E_FAIL);
+        }
+        EXPECT_EQ(script.Imbalance(), "");
+    }
+}
+
+TEST_F(ProviderLoaderTest, UnloadsTheProviderAfterTheLastClose) {
+    Copy(libraryName, folder / libraryName);
+    Copy(providerName, folder / providerName);
+    const LibraryUnderTest library(folder / libraryName);
+    EXPECT_TRUE(script.loaded.empty());
+    SessionHandle* const first = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
+    SessionHandle* const second = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
+    library.CreateProfile(0, 0, "p", 0, nullptr, nullptr);
+    library.CloseAddressBook(first);
+    EXPECT_EQ(script.unloadCount, 0u);
+    library.CloseAddressBook(second);
+    EXPECT_EQ(script.unloadCount, 1u);
+
+    script.openResult = E_FAIL;
+    EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+    EXPECT_EQ(script.unloadCount, 2u);
+    library.CreateProfile(0, 0, "p", 0, nullptr, nullptr);
+    library.DisplayAdminProfiles(0, "p", 0, 0, nullptr);
+    EXPECT_EQ(script.loaded.size(), 4u);
+    EXPECT_EQ(script.unloadCount, 4u);
+}
+
+}  // namespace

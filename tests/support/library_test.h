@@ -1,0 +1,156 @@
+// What the tests of the library share: the library loaded from a file, sessions on the scripted provider, records in
+// which every byte that was not written shows, and the check that everything went back to the provider.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "qdxl7rc.h"
+#include "script.h"
+
+// The one script of this program.
+Script& TheScript();
+
+// The folder that holds the scripted provider with the library beside it, and one for files made by tests.
+std::filesystem::path ScriptedFolder();
+std::filesystem::path ScratchFolder();
+
+// How many records the tests have compared byte for byte.
+extern unsigned long long recordsCompared;
+
+// A module, loaded for as long as this lives.
+class LoadedModule {
+  public:
+    explicit LoadedModule(const std::filesystem::path& path) : handle(LoadLibraryA(path.string().c_str())) {}
+    ~LoadedModule() {
+        if (handle != nullptr) FreeLibrary(handle);
+    }
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+
+    HMODULE Handle() const { return handle; }
+    template <class Function>
+    Function* Find(const char* name) const {
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(handle, name)));
+    }
+
+  private:
+    HMODULE handle;
+};
+
+// How many calls of the library are under way.
+extern int exportDepth;
+
+// An export of the library, called as the function itself.
+template <class Function>
+class Export;
+template <class Result, class... Arguments>
+class Export<Result(Arguments...)> {
+  public:
+    explicit Export(Result (*exported)(Arguments...)) : function(exported) {}
+    Result operator()(Arguments... arguments) const {
+        ++exportDepth;
+        const Result result = function(arguments...);
+        --exportDepth;
+        return result;
+    }
+
+  private:
+    Result (*function)(Arguments...);
+};
+
+// The library, with its exports under their names.
+struct LibraryUnderTest : LoadedModule {
+    explicit LibraryUnderTest(const std::filesystem::path& path);
+
+#define EXPORTED(name) const Export<decltype(::name)> name{Find<decltype(::name)>(#name)}
+    EXPORTED(OpenAddressBook);
+    EXPORTED(CloseAddressBook);
+    EXPORTED(GetLastVOKError);
+    EXPORTED(DisplayRecipSelect);
+    EXPORTED(DisplayRecipSelectEx);
+    EXPORTED(GetAddressBookList);
+    EXPORTED(GetDestinationList);
+    EXPORTED(GetDestinationDetails);
+    EXPORTED(GetDestinationsInGroup);
+    EXPORTED(CreateProfile);
+    EXPORTED(DisplayAdminProfiles);
+#undef EXPORTED
+};
+
+// A record filled with a pattern, so that what the library leaves alone can be told.
+inline constexpr unsigned char untouched = 0xA5;
+template <class Record>
+Record Untouched() {
+    Record record;
+    std::memset(static_cast<void*>(&record), untouched, sizeof record);
+    return record;
+}
+
+// Puts a text and its NUL into a field of an expected record; the bytes after it stay.
+template <size_t size>
+void Put(char (&field)[size], const std::string& text) {
+    ASSERT_LT(text.size(), size);
+    std::memcpy(field, text.c_str(), text.size() + 1);
+}
+
+// Whether two records have the same bytes; else which differ.
+testing::AssertionResult SameBytes(const void* actual, const void* expected, size_t size);
+template <class Record>
+testing::AssertionResult SameBytes(const Record& actual, const Record& expected) {
+    return SameBytes(&actual, &expected, sizeof(Record));
+}
+
+// Expected records: all bytes untouched but for the texts that every such record has.
+AddressBookRecord ExpectedBook(const AddressBookRecord& actual, const std::string& name, const std::string& serviceName,
+                               uint32_t providerValue);
+AddressBookRecord ExpectedContainer(const AddressBookRecord& actual, const std::string& name,
+                                    AddressBookRecord* parent);
+DestinationRecord ExpectedPerson(DestinationEntry entry, const std::string& name, const std::string& faxNumber);
+DestinationRecord ExpectedNameOnly(DestinationEntry entry, const std::string& name);
+DestinationRecord ExpectedGroup(DestinationEntry entry, const std::string& name);
+GroupMemberRecord ExpectedMember(uint32_t contentsStyle, const std::string& name, const std::string& businessFax);
+
+// Makes the row of a container, person or group, with more values as wanted.
+Row ContainerRow(const std::string& id, const std::string& name, std::vector<Value> more = {});
+Row PersonRow(const std::string& id, const std::string& name, std::vector<Value> more = {});
+Row GroupRow(const std::string& id, const std::string& name, std::vector<Value> more = {});
+
+// Puts a container below another one, whose identifier is empty for the root.
+Entry& AddContainer(const std::string& parent, const std::string& id, const std::string& name,
+                    std::vector<Value> more = {});
+
+// A test with the library freshly loaded and, at its end, everything given back to the provider.
+class LibraryTest : public testing::Test {
+  protected:
+    LibraryTest();
+    ~LibraryTest() override;
+    void SetUp() override;
+    void TearDown() override;
+
+    // A session that is closed at the end of the test at the latest.
+    SessionHandle* Open();
+    void Close(SessionHandle* session);
+
+    // Count, then fill with exactly enough records. All are expected to succeed.
+    std::vector<AddressBookRecord> ListBooks(SessionHandle* session, AddressBookEntry parent = nullptr);
+    // The records keep their place: the parents of containers point into the same vector.
+    std::vector<DestinationRecord> ListDestinations(SessionHandle* session, AddressBookEntry book);
+    std::vector<GroupMemberRecord> ListMembers(SessionHandle* session, DestinationEntry group);
+    std::string Details(SessionHandle* session, DestinationEntry entry);
+
+    // The destinations of a single address book "b" that holds these rows.
+    std::vector<DestinationRecord> DestinationsOf(std::vector<Row> rows, HRESULT contentsStyle = 0);
+
+    Script& script = TheScript();
+    LoadedModule provider;
+    LibraryUnderTest library;
+    SessionHandle* session = nullptr;  // of DestinationsOf
+
+  private:
+    std::vector<SessionHandle*> open;
+};
