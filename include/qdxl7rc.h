@@ -176,11 +176,11 @@ QDXL7RC_API int32_t GetAddressBookList(SessionHandle* handle, uint32_t reserved,
 
 /* Lists the destinations of one address book or container.
  *   reserved          not read
- *   addressBookEntry  the entry of an AddressBookRecord
+ *   addressBookEntry  the entry of an AddressBookRecord; the filling call only looks whether it is null
  *   count             the counter, convention 2
  *   records           null to read the destinations afresh and count them, or an array of record addresses
- * Returns 0 for a null argument, for an entry that is a destination, or when the records do not fit: there are fewer
- * addresses than records, or one of them is null. */
+ * Returns 0 for a null argument, when counting for an entry that is a destination, and when filling if the records do
+ * not fit: there are fewer addresses than records, or one of them is null. */
 QDXL7RC_API int32_t GetDestinationList(SessionHandle* handle, uint32_t reserved, AddressBookEntry addressBookEntry,
                                        uint32_t* count, const RecordListDescriptor* records);
 

@@ -53,6 +53,7 @@ prepare_wine() {
     ensure_packages "${wine_packages[@]}" || return 1
     wine=$(find_wine) || return 1
     export WINEPREFIX=$PWD/build/wine WINEARCH=win64 WINEDEBUG=-all
+    mkdir -p "$WINEPREFIX"
     [ -f "$WINEPREFIX/system.reg" ] || "$wine" cmd /c exit >/dev/null 2>&1
 }
 
