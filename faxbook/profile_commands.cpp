@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr int32_t noSupport = static_cast<int32_t>(0x80040102);
-constexpr int32_t userCancel = static_cast<int32_t>(0x80040113);
-
 ServiceRecord MakeServiceRecord(const Service& service) {
     ServiceRecord record = {};
     const std::string name = InCodePage(service.name, "the service name");
@@ -43,14 +40,13 @@ std::string Answer(int32_t result) {
 }
 
 const char* AdviceForCreating(int32_t result) {
-    switch (static_cast<uint32_t>(result)) {
-        case 0x80040604:
+    switch (result) {
+        case resultCollision:
             return "; a profile of that name exists already: choose another name, or remove it with \"faxbook profile "
                    "admin\"";
-        case 0x8004010F:
+        case resultNotFound:
             return "; check the names of the services (the provider that ships with the library has VCARD); the "
-                   "profile "
-                   "itself may have been created";
+                   "profile itself may have been created";
         default:
             return "";
     }
@@ -114,9 +110,9 @@ void AdministerProfiles(const CommandContext& context) {
     if (!shown) {
         throw CommandFailure(
             "cannot show the profile administration: " + Answer(result) +
-            (result == noSupport ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
+            (result == resultNoSupport ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
     }
-    if (result == userCancel) context.notes << "faxbook: cancelled\n";
+    if (result == resultUserCancel) context.notes << "faxbook: cancelled\n";
 }
 
 }  // namespace commands

@@ -4,6 +4,13 @@
 #include <cstdint>
 #include <string>
 
+// The results that this program gives advice on.
+inline constexpr int32_t resultCallFailed = static_cast<int32_t>(0x80004005);
+inline constexpr int32_t resultNoSupport = static_cast<int32_t>(0x80040102);
+inline constexpr int32_t resultNotFound = static_cast<int32_t>(0x8004010F);
+inline constexpr int32_t resultUserCancel = static_cast<int32_t>(0x80040113);
+inline constexpr int32_t resultCollision = static_cast<int32_t>(0x80040604);
+
 // "0x8004010F".
 std::string HexText(uint32_t value);
 

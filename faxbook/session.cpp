@@ -32,11 +32,11 @@ std::string ProfileText(std::string_view profile) {
 }
 
 std::string AdviceForOpening(std::string_view profile, int32_t result) {
-    switch (static_cast<uint32_t>(result)) {
-        case 0x8004010F:
+    switch (result) {
+        case resultNotFound:
             return "see \"faxbook profiles\" for the profiles there are, or create it with \"faxbook profile create " +
                    std::string(profile) + "\"";
-        case 0x80004005:
+        case resultCallFailed:
             return "see that QDXL7RA.DLL lies beside QDXL7RC.DLL and belongs to it";
         default:
             return "see what the provider said above, and try \"faxbook profile admin\"";

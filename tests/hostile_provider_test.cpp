@@ -26,6 +26,7 @@ TEST_F(HostileProviderTest, CountsAndRowSetsMayLie) {
         {"no count", 3, 0, {}, 0, 0},
         {"the largest count", 3, 0xFFFFFFFF, {}, 3, 2},
         {"more than a batch, all at once", 10003, std::nullopt, {10003}, 10003, 1},
+        {"more than a batch, with more to come", 12000, std::nullopt, {10003}, 10003, 1},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.what);

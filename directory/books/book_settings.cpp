@@ -34,12 +34,12 @@ std::filesystem::path SettingsFileOf(const std::filesystem::path& book, bool isF
 BookSettings ReadBookSettings(const std::filesystem::path& file, Diagnostics& diagnostics) {
     BookSettings settings;
     if (!ReadFileStatus(file)) return settings;
-    const std::optional<FileBytes> text = ReadWholeFile(file);
+    const std::optional<std::string> text = ReadWholeFile(file);
     if (!text) {
         diagnostics.Report(file, 0, "settings cannot be read", "the defaults are used");
         return settings;
     }
-    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(text->View()))) {
+    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(*text))) {
         if (line.kind == IniLine::Kind::Blank) continue;
         if (line.kind != IniLine::Kind::Setting || !EqualsIgnoringCase(line.name, "style")) {
             diagnostics.Report(file, line.number, "unknown setting", "known is: style");

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <fstream>
 #include <stdexcept>
 
 #include "text/ascii.h"
@@ -188,13 +189,15 @@ std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, bool keepAd
     // A file that changes while it is read has another status the next time.
     known.status = status.value_or(FileStatus());
     known.cards = NoCards();
-    const std::optional<FileBytes> bytes = ReadWholeFile(known.path);
-    if (!bytes) {
+    std::error_code error;
+    std::ifstream text(known.path, std::ios::binary);
+    if (!text || !fs::is_regular_file(known.path, error)) {
         diagnostics_.Report(known.path, 0, "file cannot be read", "check that it exists and that you may read it");
         return known.cards;
     }
     try {
-        known.cards = CardSet::Read(known.path, bytes->View(), keepAddresses, diagnostics_);
+        known.cards = CardSet::Read(known.path, text, known.status.size, keepAddresses, diagnostics_);
+        if (text.bad()) diagnostics_.Report(known.path, 0, "file cannot be read to its end", "check the disk");
     } catch (const std::length_error&) {
         diagnostics_.Report(known.path, 0, "file is too large", "split it");
     }

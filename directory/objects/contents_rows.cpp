@@ -13,6 +13,8 @@ class ContentsRows final : public RowSource {
         shared_->session = std::move(session);
     }
 
+    // Makes room for that many more rows.
+    void Expect(size_t count) { rows_.reserve(rows_.size() + count); }
     void AddCard(const std::shared_ptr<const CardSet>& cards, std::uint32_t file, std::uint32_t card);
 
     size_t Count() const override { return rows_.size(); }
@@ -89,6 +91,7 @@ std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Sessi
     for (const std::uint32_t file : session->ListFiles(node)) {
         const std::shared_ptr<const CardSet> cards = session->ReadFile(file);
         const auto count = static_cast<std::uint32_t>(cards->Cards().size());
+        rows->Expect(count);
         for (std::uint32_t card = 0; card < count; ++card) rows->AddCard(cards, file, card);
         ReportUnplacedNumbers(*session, *cards, file, style);
     }

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <memory>
 
 #ifdef _WIN32
@@ -112,18 +113,14 @@ std::optional<FileStatus> ReadFileStatus(const fs::path& path) {
 
 #endif
 
-std::optional<FileBytes> ReadWholeFile(const fs::path& path) {
+std::optional<std::string> ReadWholeFile(const fs::path& path) {
     std::error_code error;
     if (!fs::is_regular_file(path, error)) return std::nullopt;
-    const std::uintmax_t size = fs::file_size(path, error);
     std::ifstream file(path, std::ios::binary);
-    if (error || !file) return std::nullopt;
-    FileBytes read;
-    read.bytes = std::make_unique_for_overwrite<char[]>(static_cast<size_t>(size));
-    file.read(read.bytes.get(), static_cast<std::streamsize>(size));
+    if (!file) return std::nullopt;
+    std::string bytes(std::istreambuf_iterator<char>(file), {});
     if (file.bad()) return std::nullopt;
-    read.size = static_cast<size_t>(file.gcount());
-    return read;
+    return bytes;
 }
 
 bool ReplaceFile(const fs::path& path, std::string_view contents) {

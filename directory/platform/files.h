@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,17 +22,8 @@ struct FileStatus {
 // Follows links. Nothing when the file or folder does not exist or must not be seen.
 std::optional<FileStatus> ReadFileStatus(const std::filesystem::path& path);
 
-// The bytes of one file, in memory of their own.
-struct FileBytes {
-    std::unique_ptr<char[]> bytes;
-    size_t size = 0;
-
-    std::string_view View() const { return {bytes.get(), size}; }
-};
-
-// A file's bytes, or nothing when it cannot be read. They are read, not mapped: another program that shortens a
-// mapped file would end this process, or on Windows could not save its file while it is mapped here.
-std::optional<FileBytes> ReadWholeFile(const std::filesystem::path& path);
+// The bytes of a small file, or nothing when it cannot be read.
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
 
 // Writes beside the file, flushes to the disk and renames; makes missing folders. False when it cannot, then the file
 // is as it was.

@@ -12,7 +12,7 @@ namespace {
 bool HasDialogs(HMODULE resources) {
     if (resources == nullptr) return false;
     for (const int id : {IDD_PROFILES, IDD_PROFILE_NAME})
-        if (FindResourceW(resources, MAKEINTRESOURCEW(id), RT_DIALOG) == nullptr) return false;
+        if (FindResourceA(resources, MAKEINTRESOURCEA(id), RT_DIALOG) == nullptr) return false;
     return true;
 }
 

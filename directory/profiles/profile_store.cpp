@@ -85,13 +85,13 @@ ProfileStore::Contents ProfileStore::Read() const {
     Contents contents;
     Require(!file_.empty(), MAPI_E_NO_ACCESS);
     if (!ReadFileStatus(file_)) return contents;
-    const std::optional<FileBytes> text = ReadWholeFile(file_);
+    const std::optional<std::string> text = ReadWholeFile(file_);
     if (!text) {
         Diagnostics().Report(file_, 0, "profiles cannot be read", "check that you may read the file");
         throw Failure{MAPI_E_NO_ACCESS};
     }
-    if (!IsUtf8(text->View())) RefuseFile(file_, 0, "text is not UTF-8");
-    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(text->View()))) {
+    if (!IsUtf8(*text)) RefuseFile(file_, 0, "text is not UTF-8");
+    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(*text))) {
         if (line.kind == IniLine::Kind::Unreadable) RefuseFile(file_, line.number, "neither a setting nor a section");
         if (line.kind == IniLine::Kind::Section) {
             if (!StartsWithIgnoringCase(line.name, sectionStart))

@@ -22,13 +22,13 @@ void SetServiceLocation(const ProfileStore& store, std::string_view profile, siz
     // The store also refuses a file that is damaged.
     const std::optional<Profile> found = store.Find(profile);
     Require(found && service < found->services.size(), MAPI_E_NOT_FOUND);
-    const std::optional<FileBytes> read = ReadWholeFile(store.File());
+    const std::optional<std::string> read = ReadWholeFile(store.File());
     Require(read.has_value(), MAPI_E_NO_ACCESS);
 
     std::string text;
     bool inProfile = false;
     size_t servicesSeen = 0;
-    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(read->View()))) {
+    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(*read))) {
         if (line.kind == IniLine::Kind::Section) inProfile = IsProfileSection(line.name, profile);
         const bool isSetting = inProfile && line.kind == IniLine::Kind::Setting;
         const bool isService = isSetting && EqualsIgnoringCase(line.name, "service");

@@ -131,7 +131,7 @@ std::optional<std::string> Utf8FromUtf16(std::string_view bytes) {
 }
 
 std::string_view WithoutUtf8Mark(std::string_view text) {
-    if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+    if (text.starts_with(utf8Mark)) text.remove_prefix(utf8Mark.size());
     return text;
 }
 

@@ -25,6 +25,7 @@ void AppendRepairedUtf8(std::string_view bytes, std::string& utf8);
 // A whole file's text as UTF-8 where it is UTF-16: it has a byte-order mark, or one of its first two bytes is 0.
 // Nothing otherwise.
 std::optional<std::string> Utf8FromUtf16(std::string_view bytes);
+inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 // The text behind a UTF-8 byte-order mark.
 std::string_view WithoutUtf8Mark(std::string_view text);
 

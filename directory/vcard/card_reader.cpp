@@ -3,8 +3,10 @@
 #include "vcard/card_reader.h"
 
 #include <iterator>
+#include <unordered_map>
 
 #include "text/ascii.h"
+#include "vcard/segments.h"
 #include "vcard/value_text.h"
 
 void CardDraft::Clear() {
@@ -26,11 +28,15 @@ constexpr size_t mostOpenCards = 16;
 
 class Reader {
   public:
-    Reader(std::string_view text, CardReceiver& receiver) : lines_(text), receiver_(receiver) {}
+    explicit Reader(CardReceiver& receiver) : receiver_(receiver) {}
 
-    void Run() {
-        ContentLine line;
-        while (lines_.Next(line)) Read(line);
+    void Run(SegmentReader segments) {
+        std::string_view segment;
+        while (segments.Next(segment)) {
+            lines_ = LineReader(segment, lines_.NextNumber());
+            ContentLine line;
+            while (lines_.Next(line)) Read(line);
+        }
         while (depth_ > 0) Abandon(depth_ - 1);
     }
 
@@ -66,7 +72,7 @@ class Reader {
     // The value without escapes.
     void AppendText(const CardDraft& card, std::string& text) { AppendUnescaped(value_, card.version, text); }
 
-    LineReader lines_;
+    LineReader lines_{{}};
     CardReceiver& receiver_;
     Property property_;
     std::string value_;  // of property_, decoded
@@ -74,7 +80,8 @@ class Reader {
     bool inBase64_ = false;
     bool strayReported_ = false;
     bool guessReported_ = false;
-    std::vector<CardDraft> open_;  // open_[depth_] and later ones wait to be used again
+    std::unordered_map<std::string, TelephoneFacts> labelFacts_;  // of the card at its end, by group
+    std::vector<CardDraft> open_;                                 // open_[depth_] and later ones wait to be used again
     size_t depth_ = 0;
 };
 
@@ -169,10 +176,15 @@ void Reader::Abandon(size_t position) {
 
 void Reader::Finish(size_t position) {
     CardDraft& card = open_[position];
-    for (Telephone& telephone : card.telephones)
-        for (const Label& label : card.labels)
-            if (!telephone.group.empty() && EqualsIgnoringCase(label.group, telephone.group))
-                AddLabelFacts(label.text, telephone.facts);
+    labelFacts_.clear();
+    for (const Label& label : card.labels) AddLabelFacts(label.text, labelFacts_[LowerCased(label.group)]);
+    if (!labelFacts_.empty()) {
+        for (Telephone& telephone : card.telephones) {
+            const auto found = labelFacts_.find(LowerCased(telephone.group));
+            if (found != labelFacts_.end()) telephone.facts.Add(found->second);
+        }
+    }
+    MakeWindowsLines(card.note);
     receiver_.Receive(card);
     const auto place = open_.begin() + static_cast<std::ptrdiff_t>(position);
     std::rotate(place, place + 1, open_.begin() + static_cast<std::ptrdiff_t>(depth_));
@@ -242,7 +254,6 @@ void Reader::ReadOrganisation(CardDraft& card) {
 void Reader::ReadNote(CardDraft& card) {
     if (!card.note.empty()) card.note.append("\n");
     AppendText(card, card.note);
-    MakeWindowsLines(card.note);
 }
 
 void Reader::ReadUid(CardDraft& card) {
@@ -286,6 +297,6 @@ void Reader::ReadMember(CardDraft& card) {
 
 }  // namespace
 
-void ReadCards(std::string_view text, CardReceiver& receiver) {
-    Reader(text, receiver).Run();
+void ReadCards(std::istream& text, CardReceiver& receiver) {
+    Reader(receiver).Run(SegmentReader(text));
 }

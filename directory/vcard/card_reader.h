@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -78,5 +79,5 @@ class CardReceiver {
     ~CardReceiver() = default;
 };
 
-// Reads every card of a UTF-8 or unmarked 8-bit text.
-void ReadCards(std::string_view text, CardReceiver& receiver);
+// Reads every card of a text, to its end.
+void ReadCards(std::istream& text, CardReceiver& receiver);

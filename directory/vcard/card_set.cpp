@@ -2,6 +2,7 @@
 #include "vcard/card_set.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 #include "diagnostics.h"
@@ -14,7 +15,9 @@ class CardSetBuilder final : public CardReceiver {
     CardSetBuilder(const std::filesystem::path& path, bool keepAddresses, size_t fileSize, Diagnostics& diagnostics)
         : path_(path), keepAddresses_(keepAddresses), diagnostics_(diagnostics), set_(std::make_shared<CardSet>()) {
         set_->hasAddresses_ = keepAddresses;
+        // Room that is not used costs next to nothing; growing copies everything.
         set_->text_.reserve(fileSize / 2);
+        set_->cards_.reserve(fileSize / 300);
         set_->text_.push_back('\0');
     }
 
@@ -37,6 +40,7 @@ class CardSetBuilder final : public CardReceiver {
     bool keepAddresses_;
     Diagnostics& diagnostics_;
     std::shared_ptr<CardSet> set_;
+    std::set<std::pair<FaxKind, std::string_view>> numbersOfCard_;
     bool inOrder_ = true;
 };
 
@@ -117,15 +121,12 @@ void CardSetBuilder::Receive(CardDraft& draft) {
 
 void CardSetBuilder::AddFaxNumbers(CardDraft& draft, Card& card) {
     card.firstFaxNumber = Narrow(set_->faxNumbers_.size());
+    numbersOfCard_.clear();
     for (const Telephone& telephone : draft.telephones) {
         const FaxKind kind = JudgeTelephone(telephone.facts).kind;
         if (kind == FaxKind::None || telephone.number.empty()) continue;
-        const std::span<const FaxNumber> earlier = std::span(set_->faxNumbers_).subspan(card.firstFaxNumber);
         // The same number of the same kind twice is one number: exporters repeat themselves.
-        if (std::any_of(earlier.begin(), earlier.end(), [&](const FaxNumber& known) {
-                return known.kind == kind && telephone.number == set_->Text(known.number);
-            }))
-            continue;
+        if (!numbersOfCard_.emplace(kind, telephone.number).second) continue;
         set_->faxNumbers_.push_back({Keep(telephone.number), Narrow(telephone.line), kind, telephone.facts.preference});
     }
     card.faxNumberCount = Narrow(set_->faxNumbers_.size()) - card.firstFaxNumber;
@@ -153,16 +154,13 @@ std::shared_ptr<const CardSet> CardSetBuilder::Finish() {
         set.cards_ = std::move(cards);
         for (CardSet::Address& address : set.addresses_) address.card = newPlace[address.card];
     }
-    set.text_.shrink_to_fit();
-    set.cards_.shrink_to_fit();
     return set_;
 }
 
-std::shared_ptr<const CardSet> CardSet::Read(const std::filesystem::path& path, std::string_view bytes,
+std::shared_ptr<const CardSet> CardSet::Read(const std::filesystem::path& path, std::istream& text, size_t size,
                                              bool keepAddresses, Diagnostics& diagnostics) {
-    CardSetBuilder builder(path, keepAddresses, bytes.size(), diagnostics);
-    const std::optional<std::string> converted = Utf8FromUtf16(bytes);
-    ReadCards(converted ? std::string_view(*converted) : WithoutUtf8Mark(bytes), builder);
+    CardSetBuilder builder(path, keepAddresses, size, diagnostics);
+    ReadCards(text, builder);
     return builder.Finish();
 }
 

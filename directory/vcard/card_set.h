@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <istream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -47,9 +48,9 @@ struct Card {
 
 class CardSet {
   public:
-    // Reads a file's text. Only with keepAddresses can cards be found by e-mail address and telephone number: that
-    // costs memory for every number, and few groups name their members so.
-    static std::shared_ptr<const CardSet> Read(const std::filesystem::path& path, std::string_view bytes,
+    // Reads a file's text; its size is needed only roughly, to make room. Only with keepAddresses can cards be found by
+    // e-mail address and telephone number: that costs memory for every number, and few groups name their members so.
+    static std::shared_ptr<const CardSet> Read(const std::filesystem::path& path, std::istream& text, size_t size,
                                                bool keepAddresses, Diagnostics& diagnostics);
 
     std::span<const Card> Cards() const { return cards_; }

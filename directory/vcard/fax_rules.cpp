@@ -43,14 +43,6 @@ constexpr Word words[] = {
     {"FACSIMILE", fax},
 };
 
-void Add(const TelephoneFacts& more, TelephoneFacts& facts) {
-    facts.fax |= more.fax;
-    facts.work |= more.work;
-    facts.home |= more.home;
-    facts.other |= more.other;
-    facts.preference = std::min(facts.preference, more.preference);
-}
-
 void AddWord(std::string_view text, TelephoneFacts& facts) {
     text = Trimmed(text);
     if (StartsWithIgnoringCase(text, "X-")) text.remove_prefix(2);
@@ -62,10 +54,18 @@ void AddWord(std::string_view text, TelephoneFacts& facts) {
         letters[length++] = c;
     }
     for (const Word& word : words)
-        if (EqualsIgnoringCase(word.text, {letters, length})) Add(word.facts, facts);
+        if (EqualsIgnoringCase(word.text, {letters, length})) facts.Add(word.facts);
 }
 
 }  // namespace
+
+void TelephoneFacts::Add(const TelephoneFacts& more) {
+    fax |= more.fax;
+    work |= more.work;
+    home |= more.home;
+    other |= more.other;
+    preference = std::min(preference, more.preference);
+}
 
 bool IsTelephoneName(std::string_view name) {
     return EqualsIgnoringCase(name, "TEL") || EqualsIgnoringCase(name, "FAX") ||
@@ -94,7 +94,7 @@ void AddLabelFacts(std::string_view label, TelephoneFacts& facts) {
     said.work = ContainsIgnoringCase(label, "work") || ContainsIgnoringCase(label, "business");
     said.home = ContainsIgnoringCase(label, "home");
     said.other = ContainsIgnoringCase(label, "other");
-    Add(said, facts);
+    facts.Add(said);
 }
 
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {

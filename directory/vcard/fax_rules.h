@@ -20,6 +20,8 @@ struct TelephoneFacts {
     bool home = false;
     bool other = false;
     std::uint8_t preference = notPreferred;
+
+    void Add(const TelephoneFacts& more);
 };
 
 // Whether a property of this name can hold a fax number at all: TEL, FAX, and X- names that end in FAX.

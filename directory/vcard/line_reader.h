@@ -16,13 +16,17 @@ struct ContentLine {
 
 class LineReader {
   public:
-    explicit LineReader(std::string_view text) : text_(text), nextFeed_(std::min(text.find('\n'), text.size())) {}
+    // `firstNumber` is that of the text's first line.
+    explicit LineReader(std::string_view text, size_t firstNumber = 1)
+        : text_(text), number_(firstNumber), nextFeed_(std::min(text.find('\n'), text.size())) {}
 
     // The next line that is not empty; false at the end of the text.
     bool Next(ContentLine& line);
     // Takes the line that follows into this one, as a quoted-printable value that ends in "=" asks for. False, with
     // nothing changed, at the end of the text, before an empty line and before the begin or end of a component.
     bool JoinNext(ContentLine& line);
+    // The number of the line that follows.
+    size_t NextNumber() const { return number_; }
 
   private:
     // The end of the physical line that begins at a position: where its line end begins.
@@ -33,7 +37,7 @@ class LineReader {
 
     std::string_view text_;
     size_t position_ = 0;
-    size_t number_ = 1;
+    size_t number_;
     // The first line feed at or after position_: found once per line feed, or a text without any would be searched to
     // its end for every line.
     size_t nextFeed_;

@@ -9,10 +9,12 @@ bool IsTypeParameter(const Parameter& parameter) {
 
 bool Property::Parse(const ContentLine& line) {
     std::string_view text = line.raw;
+    isFolded = line.folded;
     if (line.folded && text.find_first_of("\r\n") < text.find(':')) {
         unfolded_.clear();
         AppendUnfolded(text, false, unfolded_);
         text = unfolded_;
+        isFolded = false;
     }
     // A quote that is never closed would swallow the colon: then quotes mean nothing in this line.
     return ParseHead(text, true) || ParseHead(text, false);
@@ -62,12 +64,6 @@ std::string_view Property::ParameterValue(std::string_view parameterName) const 
     for (const Parameter& parameter : parameters)
         if (EqualsIgnoringCase(parameter.name, parameterName)) return parameter.value;
     return {};
-}
-
-bool Property::HasType(std::string_view type) const {
-    bool found = false;
-    ForEachType([&](std::string_view value) { found = found || EqualsIgnoringCase(Trimmed(value), type); });
-    return found;
 }
 
 bool Property::HasEncoding(std::string_view first, std::string_view second) const {

@@ -26,13 +26,13 @@ class Property {
     std::string_view name;
     std::vector<Parameter> parameters;
     std::string_view rawValue;
+    bool isFolded = false;  // the value holds line ends
 
     // The values of TYPE parameters and the bare ones, one by one, also from lists.
     template <typename Function>
     void ForEachType(Function&& function) const;
     // The first value of a parameter; empty when there is none.
     std::string_view ParameterValue(std::string_view parameterName) const;
-    bool HasType(std::string_view type) const;
     bool IsQuotedPrintable() const;
     bool IsBase64() const;
 

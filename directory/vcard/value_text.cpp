@@ -69,7 +69,7 @@ ValueProblem AppendDecodedValue(const Property& property, VCardVersion version, 
     } else if (property.IsBase64()) {
         AppendBase64(raw, decoded);
         bytes = decoded;
-    } else if (raw.find_first_of("\r\n") != std::string_view::npos) {
+    } else if (property.isFolded) {
         AppendUnfolded(raw, keepBlank, decoded);
         bytes = decoded;
     }

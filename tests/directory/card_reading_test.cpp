@@ -46,6 +46,36 @@ TEST(CardReading, StructureNeverCostsAnotherCard) {
     EXPECT_EQ(NamesIn(unended).size(), 200U);
 }
 
+// Larger than any buffer: cards of every length, so that each byte of a card's beginning lies on some boundary, and one
+// card larger than the rest together.
+TEST(CardReading, LargeTexts) {
+    for (const std::string lineEnd : {"\r\n", "\n", "\r"}) {
+        std::string text;
+        size_t lines = 0;
+        const auto add = [&](const std::string& line) {
+            text += line + lineEnd;
+            ++lines;
+        };
+        constexpr size_t count = 3000;
+        for (size_t i = 0; i < count; ++i) {
+            add("BEGIN:VCARD");
+            add("FN:" + std::to_string(i));
+            if (i == count / 2)
+                for (int row = 0; row < 20000; ++row) add(row == 0 ? "PHOTO;ENCODING=b:" : " " + std::string(70, 'A'));
+            add("NOTE:" + std::string(i % 601, 'n'));
+            if (i + 1 < count) add("END:VCARD");
+        }
+        const auto set = ReadSet(text);
+        ASSERT_EQ(set->Cards().size(), count);
+        for (size_t i = 0; i < count; ++i) {
+            const Card& card = set->Cards()[i];
+            ASSERT_EQ(set->Text(card.name), std::to_string(i));
+            ASSERT_EQ(std::string_view(set->Text(card.comment)).size(), i % 601);
+        }
+        EXPECT_EQ(set->Cards().back().line, lines - 2);
+    }
+}
+
 TEST(CardReading, NamesAndTheirSubstitutes) {
     const Case cases[] = {
         {"FN", CardOf({"N:Doe;Jo", "FN:Jo  \\n Doe"}), "Jo Doe|"},

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <initializer_list>
+#include <sstream>
 #include <string>
 
 #include "diagnostics.h"
@@ -27,5 +28,6 @@ inline std::string CardOf(std::initializer_list<std::string> lines, const std::s
 inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, bool keepAddresses = false) {
     SetVariable("FAXBOOK_DIAGNOSTICS", "off");
     Diagnostics diagnostics;
-    return CardSet::Read("test.vcf", text, keepAddresses, diagnostics);
+    std::istringstream stream(text);
+    return CardSet::Read("test.vcf", stream, text.size(), keepAddresses, diagnostics);
 }

@@ -62,8 +62,8 @@ struct MenuCloser {
     void operator()(HMENU menu) const { DestroyMenu(menu); }
 };
 
-// In a menu one & marks the next letter and two are one.
-std::wstring MenuText(std::wstring text) {
+// In menus and labels one & marks the next letter and two are one.
+std::wstring LabelText(std::wstring text) {
     for (size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2) text.insert(at, 1, L'&');
     return text;
 }
@@ -151,8 +151,8 @@ void ProfileListDialog::ShowProperties() {
     const std::optional<size_t> service = ChooseService(*profile);
     if (!service) return;
     const std::filesystem::path current = LocationOf(profile->services[*service]);
-    const std::wstring title = L"Folder or file with the vCards of \u201C" + WideFromUtf8(profile->name) +
-                               L"\u201D, at present:\n" + current.wstring();
+    const std::wstring title =
+        LabelText(L"The vCards of \u201C" + WideFromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
     const std::optional<std::filesystem::path> chosen = ChooseLocation(Window(), title, current);
     if (chosen && *chosen != current) SetServiceLocation(store_, profile->name, *service, *chosen);
 }
@@ -171,7 +171,7 @@ std::optional<size_t> ProfileListDialog::ChooseService(const Profile& profile) c
 
     const std::unique_ptr<HMENU, MenuCloser> menu(CreatePopupMenu());
     for (const size_t place : places)
-        AppendMenuW(menu.get(), MF_STRING, place + 1, MenuText(LocationOf(profile.services[place]).wstring()).c_str());
+        AppendMenuW(menu.get(), MF_STRING, place + 1, LabelText(LocationOf(profile.services[place]).wstring()).c_str());
     RECT button{};
     GetWindowRect(Control(IDC_PROPERTIES), &button);
     const int picked =
