@@ -279,4 +279,7 @@ class ResourceTest(FaxbookTest):
 if __name__ == "__main__":
     PROGRAM = Path(sys.argv[1]).resolve()
     LAUNCHER = sys.argv[2:]
-    unittest.main(argv=sys.argv[:1])
+    outcome = unittest.main(argv=sys.argv[:1], exit=False).result
+    failed = len(outcome.failures) + len(outcome.errors)
+    print(f"{outcome.testsRun - len(outcome.skipped) - failed} passed, {failed} failed")
+    sys.exit(not outcome.wasSuccessful())
