@@ -75,7 +75,7 @@ fs::path UserConfiguration() {
 #endif
 
 fs::path ContactsFolder() {
-    if (const std::optional<fs::path> named = EnvironmentPath("FAXBOOK_CONTACTS")) return *named;
+    if (const std::optional<fs::path> named = EnvironmentPath(contactsVariable)) return *named;
     return UserContacts();
 }
 

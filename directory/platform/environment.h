@@ -7,7 +7,11 @@
 // The value of an environment variable as a path; nothing when it is not set or empty.
 std::optional<std::filesystem::path> EnvironmentPath(const char* name);
 
-// FAXBOOK_CONTACTS, else the user's own contacts folder. It need not exist. Empty when the system names none.
+// Names the contacts folder.
+inline constexpr char contactsVariable[] = "FAXBOOK_CONTACTS";
+
+// What contactsVariable names, else the user's own contacts folder. It need not exist. Empty when the system names
+// none.
 std::filesystem::path ContactsFolder();
 
 // FAXBOOK_PROFILES, else profiles.ini in the user's configuration folder.

@@ -206,3 +206,24 @@ void ProfileStore::SetDisplayProfile(std::string_view name) {
     contents.display = name;
     Write(contents);
 }
+
+// The new location stands right below the service; every other line stays.
+void ProfileStore::SetLocation(std::string_view profile, size_t service, const std::filesystem::path& location) {
+    Contents contents = Read();
+    Section& section = contents.Get(profile);
+    Require(service < section.profile.services.size(), MAPI_E_NOT_FOUND);
+    std::string lines;
+    size_t servicesSeen = 0;
+    for (const IniLine& line : ReadIniLines(section.lines)) {
+        const bool isService = EqualsIgnoringCase(line.name, "service");
+        if (isService) ++servicesSeen;
+        const bool isOfService = servicesSeen == service + 1;
+        if (isOfService && EqualsIgnoringCase(line.name, "location")) continue;
+        lines.append(line.raw);
+        if (!isOfService || !isService) continue;
+        if (!lines.ends_with('\n')) lines.push_back('\n');
+        lines.append("location = ").append(Utf8Of(location)).append("\n");
+    }
+    section.lines = std::move(lines);
+    Write(contents);
+}

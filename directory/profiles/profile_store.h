@@ -50,6 +50,8 @@ class ProfileStore {
     void Remove(std::string_view name);
     void AddService(std::string_view profile, const ProfileService& service);
     void SetDisplayProfile(std::string_view name);
+    // `service` counts the profile's services from 0; MAPI_E_NOT_FOUND for an unknown one, too.
+    void SetLocation(std::string_view profile, size_t service, const std::filesystem::path& location);
 
   private:
     struct Section;

@@ -6,13 +6,24 @@
 #include "platform/environment.h"
 #include "text/ascii.h"
 
+namespace {
+
+// The profile that no name stands for; empty: the contacts folder. A contacts folder that the environment names comes
+// before the profile that the user has chosen for display.
+std::string ChooseDefaultProfile(const ProfileStore& store) {
+    return EnvironmentPath(contactsVariable) ? std::string() : store.DisplayProfile();
+}
+
+}  // namespace
+
 bool IsServiceName(std::string_view name) {
     return EqualsIgnoringCase(name, vcardServiceName);
 }
 
 std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store) {
-    if (profileName.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()});
-    const std::optional<Profile> profile = store.Find(profileName);
+    const std::string name = profileName.empty() ? ChooseDefaultProfile(store) : std::string(profileName);
+    if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()});
+    const std::optional<Profile> profile = store.Find(name);
     Require(profile.has_value(), MAPI_E_NOT_FOUND);
     std::vector<std::filesystem::path> locations;
     for (const ProfileService& service : profile->services) {

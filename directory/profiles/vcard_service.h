@@ -11,6 +11,7 @@
 // Whether CreateService knows the name; letter case does not matter.
 bool IsServiceName(std::string_view name);
 
-// A session on a profile of the store, or for an empty name on the contacts folder alone. Throws Failure:
+// A session on a profile of the store. An empty name stands for the profile chosen for display or, when there is none
+// or the environment names a contacts folder, for the contacts folder alone. Throws Failure:
 // MAPI_E_NOT_FOUND for an unknown profile, and what the store throws.
 std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store);

@@ -103,6 +103,29 @@ TEST_F(ProfilesTest, AFileThatCannotBeWrittenIsSaid) {
     EXPECT_NE(contacts_.Diagnostics().find("cannot be written"), std::string::npos);
 }
 
+TEST_F(ProfilesTest, TheDisplayProfileOpensWithoutAName) {
+    WriteProfiles("display = Gone\n\n[profile Office]\n");
+    EXPECT_EQ(Open(nullptr), S_OK) << "the folder that the environment names comes first";
+    SetVariable("FAXBOOK_CONTACTS", "");
+    EXPECT_EQ(Open(""), MAPI_E_NOT_FOUND);
+    ProfileStore(contacts_.Profiles()).SetDisplayProfile("Office");
+    EXPECT_EQ(Open(nullptr), S_OK);
+}
+
+TEST_F(ProfilesTest, AServiceGetsAnotherLocation) {
+    const std::string before = "[profile A]\n# first\nservice = VCARD\nflags = 1\nlocation = /old\nservice = VCARD\n\n";
+    const std::string other = "[profile B]\nservice = VCARD\nlocation = /old\n";
+    WriteProfiles(before + other);
+    ProfileStore store(contacts_.Profiles());
+    store.SetLocation("A", 0, "/new");
+    store.SetLocation("A", 1, "/second");
+    EXPECT_TRUE(ProfilesText().ends_with(
+        "[profile A]\n# first\nservice = VCARD\nlocation = /new\nflags = 1\nservice = VCARD\nlocation = /second\n\n" +
+        other))
+        << ProfilesText();
+    EXPECT_THROW(store.SetLocation("A", 2, "/third"), Failure);
+}
+
 TEST_F(ProfilesTest, QuestionsAndAnswers) {
     struct Interview {
         const char* answers;

@@ -9,7 +9,6 @@
 #include "profiles/dialogs/location_chooser.h"
 #include "profiles/dialogs/profile_name_dialog.h"
 #include "profiles/dialogs/wide_text.h"
-#include "profiles/service_location.h"
 #include "profiles/vcard_service.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
@@ -154,7 +153,7 @@ void ProfileListDialog::ShowProperties() {
     const std::wstring title =
         LabelText(L"The vCards of \u201C" + WideFromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
     const std::optional<std::filesystem::path> chosen = ChooseLocation(Window(), title, current);
-    if (chosen && *chosen != current) SetServiceLocation(store_, profile->name, *service, *chosen);
+    if (chosen && *chosen != current) store_.SetLocation(profile->name, *service, *chosen);
 }
 
 // The one service that has properties, or the one that the user picks by its location. Nothing when none is picked;
