@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::string_view sectionStart = "profile ";
+constexpr std::string_view newFileHead = "# Profiles of the fax address books. Text is UTF-8.\n\n";
 
 [[noreturn]] void RefuseFile(const std::filesystem::path& file, size_t line, std::string_view what) {
     Diagnostics().Report(file, line, what, "correct the line; the file was left as it is");
@@ -84,7 +85,10 @@ struct ProfileStore::Contents {
 ProfileStore::Contents ProfileStore::Read() const {
     Contents contents;
     Require(!file_.empty(), MAPI_E_NO_ACCESS);
-    if (!ReadFileStatus(file_)) return contents;
+    if (!ReadFileStatus(file_)) {
+        contents.head = newFileHead;
+        return contents;
+    }
     const std::optional<std::string> text = ReadWholeFile(file_);
     if (!text) {
         Diagnostics().Report(file_, 0, "profiles cannot be read", "check that you may read the file");
@@ -132,8 +136,7 @@ ProfileStore::Contents ProfileStore::Read() const {
 
 void ProfileStore::Write(const Contents& contents) {
     std::string text = contents.head;
-    if (text.empty()) text = "# Profiles of the fax address books. Text is UTF-8.\n\n";
-    if (!text.ends_with('\n')) text.push_back('\n');
+    if (!text.empty() && !text.ends_with('\n')) text.push_back('\n');
     if (!contents.display.empty()) text.append("display = ").append(contents.display).append("\n");
     text.append(contents.behindDisplay.empty() && !contents.display.empty() ? "\n" : contents.behindDisplay);
     for (const Section& section : contents.sections) {
