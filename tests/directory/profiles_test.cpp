@@ -119,10 +119,10 @@ TEST_F(ProfilesTest, AServiceGetsAnotherLocation) {
     ProfileStore store(contacts_.Profiles());
     store.SetLocation("A", 0, "/new");
     store.SetLocation("A", 1, "/second");
-    EXPECT_TRUE(ProfilesText().ends_with(
+    EXPECT_EQ(
+        ProfilesText(),
         "[profile A]\n# first\nservice = VCARD\nlocation = /new\nflags = 1\nservice = VCARD\nlocation = /second\n\n" +
-        other))
-        << ProfilesText();
+            other);
     EXPECT_THROW(store.SetLocation("A", 2, "/third"), Failure);
 }
 
