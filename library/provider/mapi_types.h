@@ -80,9 +80,6 @@ constexpr ULONG PROP_TYPE(ULONG tag) {
 constexpr ULONG PROP_ID(ULONG tag) {
     return tag >> 16;
 }
-constexpr ULONG PROP_TAG(ULONG type, ULONG id) {
-    return id << 16 | type;
-}
 constexpr ULONG CHANGE_PROP_TYPE(ULONG tag, ULONG type) {
     return (tag & 0xFFFF0000) | type;
 }
@@ -128,7 +125,6 @@ inline constexpr ULONG MAPI_ADDRBOOK = 2;
 inline constexpr ULONG MAPI_ABCONT = 4;
 inline constexpr ULONG MAPI_MAILUSER = 6;
 inline constexpr ULONG MAPI_DISTLIST = 8;
-inline constexpr ULONG MAPI_PROFSECT = 9;
 
 // PR_RECIPIENT_TYPE: a primary recipient.
 inline constexpr LONG MAPI_TO = 1;
