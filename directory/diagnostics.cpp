@@ -32,5 +32,9 @@ void Diagnostics::Report(const std::filesystem::path& file, size_t line, std::st
         if (static_cast<unsigned char>(c) < ' ') c = ' ';
     text.push_back('\n');
     const auto [position, isNew] = said_.insert(std::move(text));
-    if (isNew) Write(*position);
+    if (!isNew) return;
+    if (sink_ != nullptr)
+        sink_->Take(file, line, what, advice);
+    else
+        Write(*position);
 }

@@ -9,11 +9,24 @@
 #include <string_view>
 #include <unordered_set>
 
+// Takes the events instead, where a program asked for them.
+class DiagnosticsSink {
+  public:
+    virtual void Take(const std::filesystem::path& file, size_t line, std::string_view what,
+                      std::string_view advice) = 0;
+
+  protected:
+    ~DiagnosticsSink() = default;
+};
+
 class Diagnostics {
   public:
+    explicit Diagnostics(DiagnosticsSink* sink = nullptr) : sink_(sink) {}
+
     // Line 0 stands for the file or folder as a whole.
     void Report(const std::filesystem::path& file, size_t line, std::string_view what, std::string_view advice = {});
 
   private:
+    DiagnosticsSink* sink_;
     std::unordered_set<std::string> said_;
 };

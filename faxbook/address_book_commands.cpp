@@ -40,16 +40,16 @@ void ListDestinations(const CommandContext& context, const std::string& book, co
                  {"department", Column::Kind::Text, hide},
                  {"note", Column::Kind::Text, hide},
                  {"comment", Column::Kind::Text, hide}});
-    for (const DestinationRecord& record : session.Destinations(found.entry)) {
+    session.ForEachDestination(found.entry, [&](const DestinationRecord& record) {
         const std::string cells[] = {
             FieldText(record.name),       record.type == DESTINATION_GROUP ? "group" : "person",
             FieldText(record.faxNumber),  FieldText(record.company),
             FieldText(record.department), FieldText(record.faxNote),
             FieldText(record.comment)};
         const auto matches = [&](const std::string& cell) { return ContainsFolded(cell, folded); };
-        if (!folded.empty() && std::ranges::none_of(cells, matches)) continue;
+        if (!folded.empty() && std::ranges::none_of(cells, matches)) return;
         table.AddRow({cells[0], cells[1], cells[2], cells[3], cells[4], cells[5], cells[6]});
-    }
+    });
     Print(table, context.format, context.out);
     if (table.RowCount() == 0) {
         context.notes << "faxbook: no destinations in " << PathText(found);

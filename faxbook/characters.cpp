@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "text/ascii.h"
+
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
@@ -124,6 +126,7 @@ std::u32string CodePoints(std::string_view utf8) {
 }
 
 size_t DisplayWidth(std::string_view utf8) {
+    if (IsAscii(utf8)) return utf8.size();
     size_t width = 0;
     while (!utf8.empty()) width += Width(TakeCodePoint(utf8));
     return width;

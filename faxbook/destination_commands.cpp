@@ -22,10 +22,10 @@ struct Destination {
 // Each destination once, although a person has a record for every number.
 std::vector<Destination> ReadDestinations(Session& session, const Book& book) {
     std::vector<Destination> destinations;
-    for (const DestinationRecord& record : session.Destinations(book.entry)) {
-        if (!destinations.empty() && destinations.back().entry == record.entry) continue;
+    session.ForEachDestination(book.entry, [&](const DestinationRecord& record) {
+        if (!destinations.empty() && destinations.back().entry == record.entry) return;
         destinations.push_back({FieldText(record.name), record.type == DESTINATION_GROUP, record.entry});
-    }
+    });
     return destinations;
 }
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "characters.h"
+#include "text/ascii.h"
 
 namespace {
 
@@ -22,8 +23,14 @@ size_t ControlLength(std::string_view text) {
     return isSecondSet ? 2 : 0;
 }
 
+// Printable ASCII characters only.
+bool IsPlain(std::string_view text) {
+    return !HasAny(text, [](char c) { return (static_cast<signed char>(c) < ' ') | (c == '\x7F'); });
+}
+
 // Each run of control characters becomes one blank; the kept character stays.
 std::string WithoutControls(std::string_view text, char kept) {
+    if (IsPlain(text)) return std::string(text);
     std::string shown;
     while (!text.empty()) {
         const size_t length = text[0] == kept ? 0 : ControlLength(text);
@@ -39,10 +46,6 @@ std::string WithoutControls(std::string_view text, char kept) {
 
 constexpr char keepNone = ' ';
 
-std::string OneLine(std::string_view cell) {
-    return WithoutControls(cell, keepNone);
-}
-
 std::string Heading(std::string_view name) {
     std::string heading(name);
     for (char& c : heading) {
@@ -57,49 +60,70 @@ struct ShownColumn {
 };
 
 std::vector<ShownColumn> ShownColumns(const Table& table) {
-    std::vector<ShownColumn> shown;
-    for (size_t column = 0; column < table.Columns().size(); ++column) {
-        size_t width = 0;
-        for (size_t row = 0; row < table.RowCount(); ++row) {
-            width = std::max(width, DisplayWidth(OneLine(table.Cell(row, column))));
+    std::vector<size_t> widths(table.Columns().size());
+    table.ForEachRow([&](const Table::Row& row) {
+        for (size_t column = 0; column < row.cells.size(); ++column) {
+            const std::string_view cell = row.cells[column];
+            const size_t width = row.isPlain ? cell.size() : DisplayWidth(WithoutControls(cell, keepNone));
+            widths[column] = std::max(widths[column], width);
         }
+    });
+    std::vector<ShownColumn> shown;
+    for (size_t column = 0; column < widths.size(); ++column) {
         const Column& description = table.Columns()[column];
-        if (width == 0 && description.whenEmpty == Column::WhenEmpty::Hide) continue;
-        shown.push_back({column, std::max(width, DisplayWidth(description.name))});
+        if (widths[column] == 0 && description.whenEmpty == Column::WhenEmpty::Hide) continue;
+        shown.push_back({column, std::max(widths[column], DisplayWidth(description.name))});
     }
     return shown;
 }
 
-template <typename CellText>
-void PrintLine(const Table& table, const std::vector<ShownColumn>& shown, CellText cellText, std::ostream& out) {
-    std::string line;
-    for (const ShownColumn& column : shown) {
-        const std::string text = cellText(column.index);
-        const std::string padding(column.width - DisplayWidth(text), ' ');
-        const bool alignRight = table.Columns()[column.index].kind == Column::Kind::Number;
-        if (&column != &shown.front()) line += columnGap;
-        line += alignRight ? padding + text : text + padding;
+// Lines of cells under each other, each cell as wide as its column.
+class LinePrinter {
+  public:
+    LinePrinter(const Table& table, std::ostream& stream)
+        : columns(table.Columns()), shown(ShownColumns(table)), out(stream) {}
+
+    void Print(const Table::Row& row) {
+        line.clear();
+        for (const ShownColumn& column : shown) {
+            if (&column != &shown.front()) line += columnGap;
+            std::string_view text = row.cells[column.index];
+            if (!row.isPlain) text = cleaned = WithoutControls(text, keepNone);
+            const size_t padding = column.width - (row.isPlain ? text.size() : DisplayWidth(text));
+            const bool alignRight = columns[column.index].kind == Column::Kind::Number;
+            if (alignRight) line.append(padding, ' ');
+            line += text;
+            if (!alignRight) line.append(padding, ' ');
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        line += '\n';
+        out.write(line.data(), static_cast<std::streamsize>(line.size()));
     }
-    line.erase(line.find_last_not_of(' ') + 1);
-    out << line << '\n';
-}
+
+  private:
+    const std::vector<Column>& columns;
+    std::vector<ShownColumn> shown;
+    std::ostream& out;
+    std::string line;
+    std::string cleaned;
+};
 
 void PrintRows(const Table& table, std::ostream& out) {
     if (table.RowCount() == 0) return;
-    const std::vector<ShownColumn> shown = ShownColumns(table);
-    PrintLine(
-        table, shown, [&](size_t column) { return Heading(table.Columns()[column].name); }, out);
-    for (size_t row = 0; row < table.RowCount(); ++row) {
-        PrintLine(
-            table, shown, [&](size_t column) { return OneLine(table.Cell(row, column)); }, out);
-    }
+    LinePrinter printer(table, out);
+    std::vector<std::string> headings;
+    for (const Column& column : table.Columns()) headings.push_back(Heading(column.name));
+    printer.Print({{headings.begin(), headings.end()}, true});
+    table.ForEachRow([&](const Table::Row& row) { printer.Print(row); });
 }
 
 void PrintBlocks(const Table& table, size_t column, std::ostream& out) {
-    for (size_t row = 0; row < table.RowCount(); ++row) {
-        if (row > 0) out << '\n';
-        out << WithoutControls(table.Cell(row, column), '\n') << '\n';
-    }
+    bool first = true;
+    table.ForEachRow([&](const Table::Row& row) {
+        if (!first) out << '\n';
+        first = false;
+        out << WithoutControls(row.cells[column], '\n') << '\n';
+    });
 }
 
 void PrintTable(const Table& table, std::ostream& out) {
@@ -115,11 +139,13 @@ void PrintTable(const Table& table, std::ostream& out) {
 void PrintJson(const Table& table, std::ostream& out) {
     using Json = nlohmann::ordered_json;
     out << '[';
-    for (size_t row = 0; row < table.RowCount(); ++row) {
+    bool first = true;
+    table.ForEachRow([&](const Table::Row& row) {
+        const std::vector<std::string_view>& cells = row.cells;
         Json object = Json::object();
-        for (size_t column = 0; column < table.Columns().size(); ++column) {
+        for (size_t column = 0; column < cells.size(); ++column) {
             const auto& [name, kind, whenEmpty] = table.Columns()[column];
-            const std::string cell(table.Cell(row, column));
+            const std::string cell(cells[column]);
             if (kind != Column::Kind::Number) {
                 object[name] = cell;
             } else if (cell.empty()) {
@@ -128,9 +154,10 @@ void PrintJson(const Table& table, std::ostream& out) {
                 object[name] = std::stoll(cell);
             }
         }
-        out << (row > 0 ? ",\n " : "\n ") << object.dump(-1, ' ', false, Json::error_handler_t::replace);
-    }
-    out << (table.RowCount() > 0 ? "\n]\n" : "]\n");
+        out << (first ? "\n " : ",\n ") << object.dump(-1, ' ', false, Json::error_handler_t::replace);
+        first = false;
+    });
+    out << (first ? "]\n" : "\n]\n");
 }
 
 std::string CsvField(std::string_view cell) {
@@ -145,17 +172,17 @@ std::string CsvField(std::string_view cell) {
 
 // RFC 4180 with a header line; lines end in LF.
 void PrintCsv(const Table& table, std::ostream& out) {
-    auto printLine = [&](auto cellText) {
-        for (size_t column = 0; column < table.Columns().size(); ++column) {
+    const auto printLine = [&](const std::vector<std::string_view>& cells) {
+        for (size_t column = 0; column < cells.size(); ++column) {
             if (column > 0) out << ',';
-            out << CsvField(cellText(column));
+            out << CsvField(cells[column]);
         }
         out << '\n';
     };
-    printLine([&](size_t column) -> std::string_view { return table.Columns()[column].name; });
-    for (size_t row = 0; row < table.RowCount(); ++row) {
-        printLine([&](size_t column) { return table.Cell(row, column); });
-    }
+    std::vector<std::string_view> names;
+    for (const Column& column : table.Columns()) names.push_back(column.name);
+    printLine(names);
+    table.ForEachRow([&](const Table::Row& row) { printLine(row.cells); });
 }
 
 }  // namespace
@@ -166,16 +193,19 @@ Table::Table(std::vector<Column> tableColumns) : columns(std::move(tableColumns)
 
 void Table::AddRow(std::initializer_list<std::string_view> cells) {
     if (cells.size() != columns.size()) throw std::invalid_argument("a row has one cell for each column");
-    for (const std::string_view cell : cells) {
-        text += cell;
-        cellEnds.push_back(text.size());
+    constexpr size_t blockSize = 1 << 20;
+    size_t size = 0;
+    for (const std::string_view cell : cells) size += cell.size();
+    if (blocks.empty() || blocks.back().text.size() + size > blocks.back().text.capacity()) {
+        blocks.emplace_back().text.reserve(rowCount == 0 ? blockSize / 64 : std::max(blockSize, size));
     }
-}
-
-std::string_view Table::Cell(size_t row, size_t column) const {
-    const size_t index = row * columns.size() + column;
-    const size_t begin = index == 0 ? 0 : cellEnds.at(index - 1);
-    return std::string_view(text).substr(begin, cellEnds.at(index) - begin);
+    Block& block = blocks.back();
+    for (const std::string_view cell : cells) {
+        block.text += cell;
+        block.lengths.push_back(static_cast<std::uint32_t>(cell.size()));
+    }
+    block.isPlain.push_back(IsPlain(std::string_view(block.text).substr(block.text.size() - size)));
+    ++rowCount;
 }
 
 void Print(const Table& table, Format format, std::ostream& out) {

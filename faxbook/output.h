@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 enum class Format { Table, Json, Csv };
@@ -32,14 +34,42 @@ class Table {
     void AddRow(std::initializer_list<std::string_view> cells);
 
     const std::vector<Column>& Columns() const { return columns; }
-    size_t RowCount() const { return cellEnds.size() / columns.size(); }
-    std::string_view Cell(size_t row, size_t column) const;
+    size_t RowCount() const { return rowCount; }
+
+    // The cells of one row. The row is plain when no cell holds anything but printable ASCII characters.
+    struct Row {
+        std::vector<std::string_view> cells;
+        bool isPlain = false;
+    };
+    // Calls the function with each row, in order. The row lives for the call.
+    template <typename Function>
+    void ForEachRow(Function&& function) const {
+        Row row = {std::vector<std::string_view>(columns.size())};
+        for (const Block& block : blocks) {
+            std::string_view rest = block.text;
+            for (size_t i = 0; i < block.isPlain.size(); ++i) {
+                for (size_t column = 0; column < columns.size(); ++column) {
+                    row.cells[column] = rest.substr(0, block.lengths[i * columns.size() + column]);
+                    rest.remove_prefix(row.cells[column].size());
+                }
+                row.isPlain = block.isPlain[i];
+                function(std::as_const(row));
+            }
+        }
+    }
 
   private:
+    // Some rows' cells, one behind the other: a large book has some hundred thousand rows, and a block that is full is
+    // never copied again.
+    struct Block {
+        std::string text;
+        std::vector<std::uint32_t> lengths;
+        std::vector<bool> isPlain;  // one for each row
+    };
+
     std::vector<Column> columns;
-    // All cells' text, one behind the other: a large book has some hundred thousand rows.
-    std::string text;
-    std::vector<size_t> cellEnds;
+    std::vector<Block> blocks;
+    size_t rowCount = 0;
 };
 
 void Print(const Table& table, Format format, std::ostream& out);

@@ -106,19 +106,34 @@ std::vector<AddressBookRecord> Session::ReadAddressBooks(AddressBookEntry parent
     return records;
 }
 
-std::vector<DestinationRecord> Session::Destinations(AddressBookEntry addressBook) {
-    uint32_t count = 0;
-    if (!library.GetDestinationList(handle.get(), 0, addressBook, &count, nullptr)) {
+// The records are filled a window at a time: a filling call writes those before the window again, all into one scratch
+// record, and stops behind it. The number of windows has a bound, so that the time stays in proportion to the records.
+void Session::ForEachDestination(AddressBookEntry addressBook,
+                                 const std::function<void(const DestinationRecord&)>& function) {
+    constexpr uint32_t smallestWindow = 4096;
+    constexpr uint32_t mostWindows = 16;
+    uint32_t total = 0;
+    if (!library.GetDestinationList(handle.get(), 0, addressBook, &total, nullptr)) {
         ThrowUnanswered("the number of destinations");
     }
-    std::vector<DestinationRecord> records(count);
-    std::vector<DestinationRecord*> addresses(count);
-    std::ranges::transform(records, addresses.begin(), [](DestinationRecord& record) { return &record; });
+    const uint32_t windowSize = std::min(total, std::max(smallestWindow, total / mostWindows + 1));
+    std::vector<DestinationRecord> window(windowSize);
+    DestinationRecord scratch;
+    std::vector<DestinationRecord*> addresses(total, &scratch);
     const RecordListDescriptor descriptor = DescribeRecords(sizeof(DestinationRecord), addresses.data());
-    if (count > 0 && !library.GetDestinationList(handle.get(), 0, addressBook, &count, &descriptor)) {
-        ThrowUnanswered("the destinations");
+    for (uint32_t begin = 0; begin < total; begin += windowSize) {
+        uint32_t end = begin + std::min(windowSize, total - begin);
+        // What a record lacks, the library leaves as it finds it.
+        std::ranges::fill(window, DestinationRecord());
+        for (uint32_t i = begin; i < end; ++i) addresses[i] = &window[i - begin];
+        if (!library.GetDestinationList(handle.get(), 0, addressBook, &end, &descriptor) && end == total) {
+            ThrowUnanswered("the destinations");
+        }
+        for (uint32_t i = begin; i < end; ++i) {
+            function(window[i - begin]);
+            addresses[i] = &scratch;
+        }
     }
-    return records;
 }
 
 std::string Session::Details(DestinationEntry destination) {

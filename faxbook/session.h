@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -61,8 +62,11 @@ class Session {
     std::vector<AddressBookRecord> AddressBooks();
     // All containers below an address book, depth first. A record's parent lies in the same vector.
     std::vector<AddressBookRecord> Containers(AddressBookEntry addressBook);
-    // The destinations of an address book or container; ends the entries of destinations read before.
-    std::vector<DestinationRecord> Destinations(AddressBookEntry addressBook);
+    // Calls the function with each destination of an address book or container, in order; ends the entries of
+    // destinations read before. A record lives for the call only: a large book's records together would take hundreds
+    // of megabytes.
+    void ForEachDestination(AddressBookEntry addressBook,
+                            const std::function<void(const DestinationRecord&)>& function);
     // The printable details, lines joined by CR LF.
     std::string Details(DestinationEntry destination);
     GroupMembers Members(DestinationEntry group);

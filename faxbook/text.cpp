@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "command_failure.h"
+#include "text/ascii.h"
 
 namespace {
 
@@ -34,6 +35,8 @@ std::string FromUtf16(std::basic_string_view<WCHAR> units, UINT codePage) {
 }  // namespace
 
 std::string Utf8(std::string_view codePageText) {
+    // ASCII is the same in every code page, and nearly all that passes here.
+    if (IsAscii(codePageText)) return std::string(codePageText);
     return FromUtf16(ToUtf16(codePageText, CP_ACP), CP_UTF8);
 }
 

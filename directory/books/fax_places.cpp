@@ -2,6 +2,7 @@
 #include "books/fax_places.h"
 
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -16,8 +17,13 @@ FaxPlaces PlaceByKind(std::span<const FaxNumber> numbers) {
         if (number.kind == FaxKind::Home) Prefer(number, places.home);
         if (number.kind == FaxKind::Primary) Prefer(number, places.primary);
     }
-    for (const FaxNumber& number : numbers)
-        if (places.primary == nullptr && !places.Hold(number)) places.primary = &number;
+    for (const FaxNumber& number : numbers) {
+        if (places.Hold(number)) continue;
+        if (places.primary == nullptr)
+            places.primary = &number;
+        else if (places.further == nullptr)
+            places.further = &number;
+    }
     return places;
 }
 
@@ -29,15 +35,13 @@ bool IsBetter(const FaxNumber& a, const FaxNumber& b) {
     return rank(a) < rank(b);
 }
 
-FaxPlaces PlaceBestTwo(std::span<const FaxNumber> numbers) {
+FaxPlaces PlaceBest(std::span<const FaxNumber> numbers) {
     FaxPlaces places;
+    const FaxNumber** const order[] = {&places.business, &places.home, &places.further};
     for (const FaxNumber& number : numbers) {
-        if (places.business == nullptr || IsBetter(number, *places.business)) {
-            places.home = places.business;
-            places.business = &number;
-        } else if (places.home == nullptr || IsBetter(number, *places.home)) {
-            places.home = &number;
-        }
+        const FaxNumber* placed = &number;
+        for (const FaxNumber** const place : order)
+            if (placed != nullptr && (*place == nullptr || IsBetter(*placed, **place))) std::swap(placed, *place);
     }
     return places;
 }
@@ -49,7 +53,7 @@ FaxPlaces PlaceFaxNumbers(std::span<const FaxNumber> numbers, ContentsStyle styl
         case ContentsStyle::Plain:
             return PlaceByKind(numbers);
         case ContentsStyle::PrimarySecondary:
-            return PlaceBestTwo(numbers);
+            return PlaceBest(numbers);
         case ContentsStyle::FaxEntries:
             break;
     }

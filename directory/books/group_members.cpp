@@ -9,9 +9,9 @@
 
 namespace {
 
-using CardPlace = std::pair<std::uint32_t, std::uint32_t>;
+using FileAndCard = std::pair<std::uint32_t, std::uint32_t>;
 
-CardPlace PlaceOf(const CardReference& card) {
+FileAndCard PlaceOf(const CardReference& card) {
     return {card.file, card.card};
 }
 
@@ -24,6 +24,12 @@ class MemberFinder {
     std::vector<CardReference> FindMembers(const CardReference& group);
 
   private:
+    struct Look {
+        std::shared_ptr<const CardSet> cards;
+        bool withAddresses = false;
+    };
+
+    std::optional<CardReference> FindPlace(const CardPlace& place);
     std::optional<CardReference> Find(std::uint32_t ownFile, std::string_view address);
     std::optional<CardReference> FindIn(const std::vector<std::uint32_t>& files, std::string_view address);
     std::optional<CardReference> FindInFile(std::uint32_t file, std::string_view address);
@@ -33,17 +39,19 @@ class MemberFinder {
     std::uint32_t node_;
     std::optional<std::vector<std::uint32_t>> near_;
     std::optional<std::vector<std::uint32_t>> all_;
-    std::unordered_map<std::uint32_t, std::shared_ptr<const CardSet>> read_;
+    std::unordered_map<std::uint32_t, Look> read_;
 };
 
 std::vector<CardReference> MemberFinder::FindMembers(const CardReference& group) {
     std::vector<CardReference> members;
-    std::set<CardPlace> seen;
+    std::set<FileAndCard> seen;
     for (const Member& member : group.cards->Members(group.Get())) {
         const char* const address = group.cards->Text(member.address);
-        if (const std::optional<CardReference> card = Find(group.file, address)) {
+        const std::optional<CardReference> card =
+            member.address == 0 ? FindPlace(member.place) : Find(group.file, address);
+        if (card) {
             if (seen.insert(PlaceOf(*card)).second) members.push_back(*card);
-        } else {
+        } else if (member.address != 0) {
             session_.Messages().Report(session_.FilePath(group.file), member.line,
                                        "member " + FromActiveCodePage(address) + " of the group \"" +
                                            FromActiveCodePage(group.cards->Text(group.Get().name)) +
@@ -52,6 +60,12 @@ std::vector<CardReference> MemberFinder::FindMembers(const CardReference& group)
         }
     }
     return members;
+}
+
+// A card that has left its file has left the category, too.
+std::optional<CardReference> MemberFinder::FindPlace(const CardPlace& place) {
+    Cards(place.file, false);
+    return session_.FindCard({EntryId::Kind::Person, node_, place.file, place.card, 0, place.identity});
 }
 
 std::optional<CardReference> MemberFinder::Find(std::uint32_t ownFile, std::string_view address) {
@@ -76,9 +90,10 @@ std::optional<CardReference> MemberFinder::FindInFile(std::uint32_t file, std::s
 }
 
 const std::shared_ptr<const CardSet>& MemberFinder::Cards(std::uint32_t file, bool withAddresses) {
-    std::shared_ptr<const CardSet>& cards = read_[file];
-    if (!cards || (withAddresses && !cards->HasAddresses())) cards = session_.ReadFile(file, withAddresses);
-    return cards;
+    Look& look = read_[file];
+    if (!look.cards || (withAddresses && !look.withAddresses))
+        look = {session_.ReadFile(file, {.addresses = withAddresses}), withAddresses};
+    return look.cards;
 }
 
 }  // namespace
@@ -94,7 +109,7 @@ std::vector<CardReference> AllPersons(Session& session, std::uint32_t node, cons
     };
     MemberFinder finder(session, node);
     std::vector<CardReference> persons;
-    std::set<CardPlace> seen = {PlaceOf(group)};
+    std::set<FileAndCard> seen = {PlaceOf(group)};
     std::vector<OpenGroup> open;
     open.push_back({finder.FindMembers(group)});
     while (!open.empty()) {

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <stdexcept>
 
+#include "books/card_files.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
 
@@ -21,10 +21,6 @@ std::uint64_t NewSessionNumber() {
     return now * 0x9E3779B97F4A7C15U + ++count;
 }
 
-bool IsCardFileName(const fs::path& path) {
-    return EqualsIgnoringCase(Utf8Of(path.extension()), ".vcf");
-}
-
 std::string KeyOf(std::uint32_t owner, const fs::path& path) {
     return std::to_string(owner) + '/' + Utf8Of(path);
 }
@@ -36,14 +32,8 @@ const std::shared_ptr<const CardSet>& NoCards() {
 
 }  // namespace
 
-std::uint64_t IdentityOf(const CardSet& cards, const Card& card) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char* text = cards.Text(card.uid != 0 ? card.uid : card.name); *text != '\0'; ++text)
-        hash = (hash ^ static_cast<unsigned char>(*text)) * 0x100000001B3U;
-    return hash;
-}
-
-Session::Session(const std::vector<fs::path>& locations) : number_(NewSessionNumber()) {
+Session::Session(const std::vector<fs::path>& locations, DiagnosticsSink* sink)
+    : number_(NewSessionNumber()), diagnostics_(sink) {
     for (const fs::path& location : locations)
         AddNode(location, BookNode::Role::Location, false, static_cast<std::uint32_t>(nodes_.size()), FileStatus());
     locationCount_ = static_cast<std::uint32_t>(nodes_.size());
@@ -136,20 +126,23 @@ std::vector<std::uint32_t> Session::ListContainers(std::uint32_t node) {
     return containers;
 }
 
-std::uint32_t Session::AddFile(const fs::path& path) {
+std::uint32_t Session::AddFile(const fs::path& path, std::optional<UINT> charset) {
     const auto [position, isNew] = fileOfPath_.try_emplace(Utf8Of(path), static_cast<std::uint32_t>(files_.size()));
-    if (isNew) files_.push_back({path, FileStatus(), nullptr});
+    if (isNew) files_.push_back({.path = path});
+    files_[position->second].charset = charset;
     return position->second;
 }
 
 std::vector<std::uint32_t> Session::ListFiles(std::uint32_t node) {
     std::vector<std::uint32_t> files;
+    ReadSettings(node);
+    const std::optional<UINT> charset = nodes_[node].settings.charset;
     if (!nodes_[node].isFolder) {
-        files.push_back(AddFile(nodes_[node].path));
+        files.push_back(AddFile(nodes_[node].path, charset));
     } else if (nodes_[node].role != BookNode::Role::Location) {
         std::error_code error;
         for (const fs::path& path : ListFolder(nodes_[node].path))
-            if (IsCardFileName(path) && !fs::is_directory(path, error)) files.push_back(AddFile(path));
+            if (IsCardFileName(path) && !fs::is_directory(path, error)) files.push_back(AddFile(path, charset));
     }
     return files;
 }
@@ -168,40 +161,57 @@ std::vector<std::uint32_t> Session::ListAllFiles() {
     return files;
 }
 
-ContentsStyle Session::ReadStyle(std::uint32_t node) {
-    BookNode& asked = nodes_[node];
-    asked.style = ContentsStyle::Plain;
-    for (std::uint32_t holder = node; nodes_[holder].role != BookNode::Role::Location; holder = nodes_[holder].parent) {
-        const BookSettings settings =
-            ReadBookSettings(SettingsFileOf(nodes_[holder].path, nodes_[holder].isFolder), diagnostics_);
-        if (settings.style) {
-            asked.style = *settings.style;
-            break;
-        }
-    }
-    return asked.style;
+void Session::ReadSettings(std::uint32_t node) {
+    BookSettings settings;
+    for (std::uint32_t holder = node; nodes_[holder].role != BookNode::Role::Location; holder = nodes_[holder].parent)
+        settings.Inherit(ReadBookSettings(SettingsFileOf(nodes_[holder].path, nodes_[holder].isFolder), diagnostics_));
+    nodes_[node].settings = settings;
 }
 
-std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, bool keepAddresses) {
+std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, CardSetContents contents) {
     CardFile& known = files_[file];
-    const std::optional<FileStatus> status = ReadFileStatus(known.path);
-    if (known.cards && status == known.status && (known.cards->HasAddresses() || !keepAddresses)) return known.cards;
-    // A file that changes while it is read has another status the next time.
-    known.status = status.value_or(FileStatus());
-    known.cards = NoCards();
-    std::error_code error;
-    std::ifstream text(known.path, std::ios::binary);
-    if (!text || !fs::is_regular_file(known.path, error)) {
-        diagnostics_.Report(known.path, 0, "file cannot be read", "check that it exists and that you may read it");
-        return known.cards;
-    }
-    try {
-        known.cards = CardSet::Read(known.path, text, known.status.size, keepAddresses, diagnostics_);
-        if (text.bad()) diagnostics_.Report(known.path, 0, "file cannot be read to its end", "check the disk");
-    } catch (const std::length_error&) {
-        diagnostics_.Report(known.path, 0, "file is too large", "split it");
-    }
+    if (!known.isOnDisk) return known.cards;
+    const FileStatus status = ReadFileStatus(known.path).value_or(FileStatus());
+    if (!known.cards || status != known.status || known.charset != known.readCharset ||
+        !known.contents.Includes(contents))
+        ReadFromDisk(known, known.contents.And(contents), status);
     return known.cards;
+}
+
+// A file that changes while it is read has another status the next time.
+void Session::ReadFromDisk(CardFile& file, CardSetContents contents, const FileStatus& status) {
+    class Messages final : public MessageReceiver {
+      public:
+        Messages(Diagnostics& diagnostics, const fs::path& path) : diagnostics_(diagnostics), path_(path) {}
+        void Report(size_t line, std::string_view what, std::string_view advice) override {
+            diagnostics_.Report(path_, line, what, advice);
+        }
+
+      private:
+        Diagnostics& diagnostics_;
+        const fs::path& path_;
+    };
+
+    file.status = status;
+    file.contents = contents;
+    file.readCharset = file.charset;
+    file.cards = NoCards();
+    Messages messages(diagnostics_, file.path);
+    try {
+        CardSetBuilder builder(contents, status.size, messages);
+        const std::optional<UINT> guessed = ReadCardFile(file.path, file.charset, builder);
+        file.cards = builder.Finish(guessed);
+    } catch (const std::length_error&) {
+        messages.Report(0, "file is too large", "split it");
+    }
+}
+
+std::uint32_t Session::SetCategoryGroups(std::uint32_t node, std::shared_ptr<const CardSet> groups) {
+    const auto next = static_cast<std::uint32_t>(files_.size());
+    const auto [position, isNew] = categoryGroupsOfNode_.try_emplace(node, next);
+    if (isNew) files_.push_back({.path = nodes_[node].path, .isOnDisk = false});
+    files_[position->second].cards = std::move(groups);
+    return position->second;
 }
 
 std::optional<CardReference> Session::FindCard(const EntryId& id) const {

@@ -13,13 +13,14 @@
 
 #include "books/book_settings.h"
 #include "books/entry_id.h"
+#include "cards/card_set.h"
+#include "cards/card_set_builder.h"
 #include "diagnostics.h"
 #include "platform/files.h"
-#include "vcard/card_set.h"
 
 inline constexpr std::string_view vcardServiceName = "VCARD";
 
-// A folder or a .vcf file: a service's location, an address book, or a container below one.
+// A folder or a card file: a service's location, an address book, or a container below one.
 struct BookNode {
     enum class Role { Location, Book, Container };
 
@@ -30,7 +31,7 @@ struct BookNode {
     std::uint32_t parent;   // of a location: itself
     std::uint32_t service;  // its position in the profile
     FileStatus identity;
-    ContentsStyle style = ContentsStyle::Plain;  // as last read
+    BookSettings settings = {};  // as last read
 };
 
 // One card of the session, held for as long as it is needed.
@@ -44,8 +45,8 @@ struct CardReference {
 
 class Session {
   public:
-    // One location for each service of the profile, in order. Nothing is read yet.
-    explicit Session(const std::vector<std::filesystem::path>& locations);
+    // One location for each service of the profile, in order. Nothing is read yet. Messages go to the sink, if any.
+    explicit Session(const std::vector<std::filesystem::path>& locations, DiagnosticsSink* sink = nullptr);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -57,14 +58,15 @@ class Session {
     // Listings are read from the disk each time, sorted by name.
     std::vector<std::uint32_t> ListBooks();
     std::vector<std::uint32_t> ListContainers(std::uint32_t node);
+    // Also reads the settings, by which the files are read.
     std::vector<std::uint32_t> ListFiles(std::uint32_t node);
     // Every card file of the profile, below every address book.
     std::vector<std::uint32_t> ListAllFiles();
-    // A container without a style of its own has its parent's, up to the address book.
-    ContentsStyle ReadStyle(std::uint32_t node);
 
     // The file's cards, read anew only when the file has changed. A file that cannot be read is reported and has none.
-    std::shared_ptr<const CardSet> ReadFile(std::uint32_t file, bool keepAddresses = false);
+    std::shared_ptr<const CardSet> ReadFile(std::uint32_t file, CardSetContents contents = {});
+    // Gives a node the groups of its categories, as a file that only the session has; replaces those given before.
+    std::uint32_t SetCategoryGroups(std::uint32_t node, std::shared_ptr<const CardSet> groups);
     const std::filesystem::path& FilePath(std::uint32_t file) const { return files_[file].path; }
     size_t FileCount() const { return files_.size(); }
 
@@ -74,15 +76,21 @@ class Session {
   private:
     struct CardFile {
         std::filesystem::path path;
-        FileStatus status;
-        std::shared_ptr<const CardSet> cards;
+        FileStatus status = {};
+        CardSetContents contents = {};
+        std::optional<UINT> charset = {};      // of the settings
+        std::optional<UINT> readCharset = {};  // the one that the cards were read with
+        std::shared_ptr<const CardSet> cards = {};
+        bool isOnDisk = true;
     };
 
     std::uint32_t AddNode(const std::filesystem::path& path, BookNode::Role role, bool isFolder, std::uint32_t parent,
                           const FileStatus& identity);
     void AddChild(std::uint32_t node, const std::filesystem::path& path, std::vector<std::uint32_t>& children);
     bool LeadsBack(std::uint32_t node, const FileStatus& folder) const;
-    std::uint32_t AddFile(const std::filesystem::path& path);
+    void ReadSettings(std::uint32_t node);
+    std::uint32_t AddFile(const std::filesystem::path& path, std::optional<UINT> charset);
+    void ReadFromDisk(CardFile& file, CardSetContents contents, const FileStatus& status);
     std::vector<std::filesystem::path> ListFolder(const std::filesystem::path& folder);
 
     std::uint64_t number_;
@@ -91,8 +99,6 @@ class Session {
     std::unordered_map<std::string, std::uint32_t> nodeOfPath_;
     std::vector<CardFile> files_;
     std::unordered_map<std::string, std::uint32_t> fileOfPath_;
+    std::unordered_map<std::uint32_t, std::uint32_t> categoryGroupsOfNode_;
     std::uint32_t locationCount_ = 0;
 };
-
-// What stays the same when a card's file is read anew: its identifier, or without one its name.
-std::uint64_t IdentityOf(const CardSet& cards, const Card& card);

@@ -11,7 +11,7 @@ struct OpenedCard {
     EntryId id;
     CardReference card;
 
-    ContentsStyle Style() const { return session->FindNode(id.node)->style; }
+    ContentsStyle Style() const { return session->FindNode(id.node)->settings.Style(); }
     void Write(ValueWriter& value) const { Destination(*card.cards, id, Style(), session->Number()).Write(value); }
 };
 

@@ -101,9 +101,8 @@ class BookContainer final : public Container {
             Require(table != nullptr);
             *table = nullptr;
             RequireNarrowText(flags);
-            const ContentsStyle style = GetSession()->ReadStyle(node_);
-            *table = MakeTable(ContentsOfContainer(GetSession(), node_, style));
-            return static_cast<HRESULT>(style);
+            *table = MakeTable(ContentsOfContainer(GetSession(), node_));
+            return static_cast<HRESULT>(GetSession()->FindNode(node_)->settings.Style());
         });
     }
 

@@ -1,8 +1,9 @@
 // The rows of contents tables. A table shows its cards as they were when it was made.
+#include "books/categories.h"
 #include "books/group_members.h"
+#include "books/unplaced_numbers.h"
 #include "objects/destination.h"
 #include "objects/table.h"
-#include "text/code_pages.h"
 
 namespace {
 
@@ -67,34 +68,26 @@ void ContentsRows::AddCard(const std::shared_ptr<const CardSet>& cards, std::uin
     });
 }
 
-void ReportUnplacedNumbers(Session& session, const CardSet& cards, std::uint32_t file, ContentsStyle style) {
-    if (style == ContentsStyle::FaxEntries) return;
-    for (const Card& card : cards.Cards()) {
-        if (card.isGroup || card.faxNumberCount < 2) continue;
-        const std::span<const FaxNumber> numbers = cards.FaxNumbers(card);
-        const FaxPlaces places = PlaceFaxNumbers(numbers, style);
-        for (const FaxNumber& number : numbers)
-            if (!places.Hold(number))
-                session.Messages().Report(session.FilePath(file), number.line,
-                                          "the fax number " + FromActiveCodePage(cards.Text(number.number)) + " of \"" +
-                                              FromActiveCodePage(cards.Text(card.name)) +
-                                              "\" finds no place in this style of address book",
-                                          "set style = fax-entries to list every number");
-    }
-}
-
 }  // namespace
 
-std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node,
-                                                     ContentsStyle style) {
-    auto rows = std::make_unique<ContentsRows>(session, node, style);
-    for (const std::uint32_t file : session->ListFiles(node)) {
-        const std::shared_ptr<const CardSet> cards = session->ReadFile(file);
+std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node) {
+    const std::vector<std::uint32_t> files = session->ListFiles(node);
+    const BookSettings& settings = session->FindNode(node)->settings;
+    auto rows = std::make_unique<ContentsRows>(session, node, settings.Style());
+    const auto addCards = [&](const std::shared_ptr<const CardSet>& cards, std::uint32_t file) {
         const auto count = static_cast<std::uint32_t>(cards->Cards().size());
         rows->Expect(count);
         for (std::uint32_t card = 0; card < count; ++card) rows->AddCard(cards, file, card);
-        ReportUnplacedNumbers(*session, *cards, file, style);
+    };
+    for (const std::uint32_t file : files) {
+        const std::shared_ptr<const CardSet> cards =
+            session->ReadFile(file, {.categories = settings.ShowsCategories()});
+        addCards(cards, file);
+        ReportUnplacedNumbers(*session, file, *cards, settings.Style());
     }
+    if (settings.ShowsCategories())
+        if (const auto groups = MakeCategoryGroups(*session, node, files))
+            addCards(session->ReadFile(*groups), *groups);
     return rows;
 }
 

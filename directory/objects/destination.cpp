@@ -96,6 +96,8 @@ void Destination::Write(ValueWriter& value) const {
             return WriteNumber(places_.home, value);
         case PR_PRIMARY_FAX_NUMBER:
             return WriteNumber(places_.primary, value);
+        case PR_VOK_EXTENDED_FAX:
+            return WriteNumber(places_.further, value);
         default:
             return;
     }

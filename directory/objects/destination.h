@@ -45,7 +45,6 @@ void ForEachEntryId(const CardSet& cards, std::uint32_t file, std::uint32_t card
 }
 
 // The rows of a contents table: the destinations in a container, or the direct members of a group.
-std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node,
-                                                     ContentsStyle style);
+std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node);
 std::unique_ptr<const RowSource> MembersOfGroup(const std::shared_ptr<Session>& session, std::uint32_t node,
                                                 const CardReference& group, ContentsStyle style);

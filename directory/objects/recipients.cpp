@@ -86,7 +86,7 @@ class Expansion {
 };
 
 void Expansion::AddMembers(const Recipient& group) {
-    const ContentsStyle style = session_.FindNode(group.id.node)->style;
+    const ContentsStyle style = session_.FindNode(group.id.node)->settings.Style();
     for (const CardReference& person : AllPersons(session_, group.id.node, group.card)) {
         // In this style a recipient is a number, and a caller makes room for as many records as there are recipients.
         if (style == ContentsStyle::FaxEntries && person.Get().faxNumberCount == 0) {
@@ -135,8 +135,8 @@ void PrepareRecipient(const Session& session, const std::vector<ULONG>& tags, AD
     const std::optional<Recipient> recipient = FindRecipient(session, old);
     std::optional<Destination> destination;
     if (recipient)
-        destination.emplace(*recipient->card.cards, recipient->id, session.FindNode(recipient->id.node)->style,
-                            session.Number());
+        destination.emplace(*recipient->card.cards, recipient->id,
+                            session.FindNode(recipient->id.node)->settings.Style(), session.Number());
     ResultBuffer buffer(tags.size() * sizeof(SPropValue) + 256);
     auto* const values = buffer.Take<SPropValue>(tags.size());
     for (size_t i = 0; i < tags.size(); ++i) {

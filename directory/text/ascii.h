@@ -9,13 +9,36 @@ constexpr char ToLowerAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
+constexpr char ToUpperAscii(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+// Whether the predicate holds for any character. It looks at all of them, and needs no branches: compilers make vector
+// code of that, and nearly all text has none of what is looked for.
+template <typename Predicate>
+constexpr bool HasAny(std::string_view text, Predicate predicate) {
+    unsigned char found = 0;
+    for (const char c : text) found = static_cast<unsigned char>(found | static_cast<unsigned char>(predicate(c)));
+    return found != 0;
+}
+
+constexpr bool IsControl(char c) {
+    return (static_cast<unsigned char>(c) < ' ') | (c == '\x7F');
+}
+
+constexpr bool IsAscii(std::string_view text) {
+    return !HasAny(text, [](char c) { return static_cast<signed char>(c) < 0; });
+}
+
 constexpr bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
 constexpr bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); });
+    if (left.size() != right.size()) return false;
+    for (size_t i = 0; i < left.size(); ++i)
+        if (ToLowerAscii(left[i]) != ToLowerAscii(right[i])) return false;
+    return true;
 }
 
 constexpr bool StartsWithIgnoringCase(std::string_view text, std::string_view start) {

@@ -9,21 +9,6 @@
 
 namespace {
 
-struct CharsetName {
-    std::string_view label;
-    UINT codePage;
-};
-
-// ISO-8859-1 and US-ASCII are read as their superset 1252: exporters write one and mean the other.
-constexpr CharsetName charsetNames[] = {
-    {"UTF-8", CP_UTF8},     {"UTF8", CP_UTF8},       {"US-ASCII", 1252},     {"ASCII", 1252},
-    {"ISO-8859-1", 1252},   {"LATIN1", 1252},        {"WINDOWS-1252", 1252}, {"CP1252", 1252},
-    {"WINDOWS-1250", 1250}, {"WINDOWS-1251", 1251},  {"WINDOWS-1253", 1253}, {"WINDOWS-1254", 1254},
-    {"WINDOWS-1257", 1257}, {"SHIFT_JIS", 932},      {"SHIFT-JIS", 932},     {"SJIS", 932},
-    {"WINDOWS-31J", 932},   {"CP932", 932},          {"GB2312", 936},        {"GBK", 936},
-    {"EUC-KR", 949},        {"KS_C_5601-1987", 949}, {"BIG5", 950},
-};
-
 // UTF-16 of a short text on the stack, of a long one on the heap.
 class Utf16 {
   public:
@@ -58,12 +43,31 @@ int ConversionLength(size_t length) {
     return static_cast<int>(length);
 }
 
-// No code page turns a byte into more than one UTF-16 unit, so the number of bytes is room enough.
-bool Convert(std::string_view bytes, UINT from, UINT to, std::string& text) {
+// The escape sequences of ISO-2022-JP switch between ASCII and two-byte codes that are those of EUC-JP without the high
+// bits. The system converts EUC-JP.
+std::string EucFromIso2022(std::string_view bytes) {
+    std::string euc;
+    bool twoBytes = false;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] == '\x1B' && i + 2 < bytes.size()) {
+            twoBytes = bytes[i + 1] == '$';
+            i += 2;
+        } else if (twoBytes && static_cast<unsigned char>(bytes[i]) > ' ') {
+            euc.push_back(static_cast<char>(bytes[i] | 0x80));
+        } else {
+            euc.push_back(bytes[i]);
+        }
+    }
+    return euc;
+}
+
+// No code page turns a byte into more than one UTF-16 unit, so the number of bytes is room enough. False, with nothing
+// appended, when the system cannot convert, or with MB_ERR_INVALID_CHARS when the bytes are no text of the code page.
+bool Convert(std::string_view bytes, UINT from, DWORD flags, UINT to, std::string& text) {
     if (bytes.empty()) return true;
     const int length = ConversionLength(bytes.size());
     Utf16 wide(bytes.size());
-    const int units = MultiByteToWideChar(from, 0, bytes.data(), length, wide.Get(), length);
+    const int units = MultiByteToWideChar(from, flags, bytes.data(), length, wide.Get(), length);
     if (units <= 0) return false;
     const int needed = WideCharToMultiByte(to, 0, wide.Get(), units, nullptr, 0, nullptr, nullptr);
     if (needed <= 0) return false;
@@ -73,17 +77,12 @@ bool Convert(std::string_view bytes, UINT from, UINT to, std::string& text) {
     return true;
 }
 
+bool ConvertToUtf8(std::string_view bytes, UINT codePage, DWORD flags, std::string& utf8) {
+    if (codePage == codePageIso2022Jp) return Convert(EucFromIso2022(bytes), codePageEucJp, flags, CP_UTF8, utf8);
+    return Convert(bytes, codePage, flags, CP_UTF8, utf8);
+}
+
 }  // namespace
-
-std::optional<UINT> CodePageOfCharset(std::string_view label) {
-    for (const CharsetName& name : charsetNames)
-        if (EqualsIgnoringCase(name.label, label)) return name.codePage;
-    return std::nullopt;
-}
-
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
-}
 
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
@@ -94,20 +93,24 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
-void AppendRepairedUtf8(std::string_view bytes, std::string& utf8) {
+bool AppendAsUtf8(std::string_view bytes, UINT codePage, std::string& utf8) {
+    if (IsAscii(bytes) && codePage != codePageIso2022Jp) {
+        utf8.append(bytes);
+        return true;
+    }
+    if (codePage != CP_UTF8) return ConvertToUtf8(bytes, codePage, MB_ERR_INVALID_CHARS, utf8);
+    if (!IsUtf8(bytes)) return false;
+    utf8.append(bytes);
+    return true;
+}
+
+void AppendRepaired(std::string_view bytes, UINT codePage, std::string& utf8) {
+    if (codePage != CP_UTF8 && ConvertToUtf8(bytes, codePage, 0, utf8)) return;
     while (!bytes.empty()) {
         const size_t length = CharacterLength(bytes);
         utf8.append(length == 0 ? std::string_view("\xEF\xBF\xBD") : bytes.substr(0, length));
         bytes.remove_prefix(std::max<size_t>(length, 1));
     }
-}
-
-bool AppendAsUtf8(std::string_view bytes, UINT codePage, std::string& utf8) {
-    if (IsAscii(bytes) || (codePage == CP_UTF8 && IsUtf8(bytes))) {
-        utf8.append(bytes);
-        return true;
-    }
-    return codePage != CP_UTF8 && Convert(bytes, codePage, CP_UTF8, utf8);
 }
 
 std::optional<std::string> Utf8FromUtf16(std::string_view bytes) {
@@ -139,7 +142,7 @@ void AppendInActiveCodePage(std::string_view utf8, std::string& text) {
     static const bool activeIsUtf8 = GetACP() == CP_UTF8;
     if (activeIsUtf8 || IsAscii(utf8))
         text.append(utf8);
-    else if (!Convert(utf8, CP_UTF8, CP_ACP, text))
+    else if (!Convert(utf8, CP_UTF8, 0, CP_ACP, text))
         text.append(utf8.size(), '?');
 }
 
@@ -151,6 +154,6 @@ std::string InActiveCodePage(std::string_view utf8) {
 
 std::string FromActiveCodePage(std::string_view text) {
     std::string utf8;
-    if (!AppendAsUtf8(text, GetACP(), utf8)) AppendAsUtf8(text, codePageWesternEuropean, utf8);
+    if (!AppendAsUtf8(text, GetACP(), utf8)) AppendRepaired(text, GetACP(), utf8);
     return utf8;
 }

@@ -8,19 +8,17 @@
 #include <string>
 #include <string_view>
 
-inline constexpr UINT codePageWesternEuropean = 1252;
+inline constexpr UINT codePageIso2022Jp = 50220;
+inline constexpr UINT codePageEucJp = 20932;
 
-// The code page that a charset label names; nothing for a label that is not known.
-std::optional<UINT> CodePageOfCharset(std::string_view label);
-
-bool IsAscii(std::string_view text);
 bool IsUtf8(std::string_view text);
 
-// Appends bytes of a code page as UTF-8; false when the system cannot convert them, then nothing is appended.
+// Appends bytes of a code page as UTF-8; false when they are no text of it, or the system lacks it: then nothing is
+// appended.
 bool AppendAsUtf8(std::string_view bytes, UINT codePage, std::string& utf8);
-
-// UTF-8 with U+FFFD for every byte that is not part of a character.
-void AppendRepairedUtf8(std::string_view bytes, std::string& utf8);
+// The same of bytes that are no text of it: what cannot be read becomes the code page's own default character, or in
+// UTF-8 U+FFFD.
+void AppendRepaired(std::string_view bytes, UINT codePage, std::string& utf8);
 
 // A whole file's text as UTF-8 where it is UTF-16: it has a byte-order mark, or one of its first two bytes is 0.
 // Nothing otherwise.

@@ -1,34 +1,45 @@
 // Finds line ends with memchr only, so that long folded values cost next to nothing.
 #include "vcard/line_reader.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "text/ascii.h"
 
-size_t LineReader::LineEnd(size_t start) {
-    if (nextFeed_ < start) {
-        const size_t found = text_.find('\n', start);
-        nextFeed_ = found == std::string_view::npos ? text_.size() : found;
-    }
-    const void* const carriageReturn = std::memchr(text_.data() + start, '\r', nextFeed_ - start);
-    return carriageReturn == nullptr ? nextFeed_
-                                     : static_cast<size_t>(static_cast<const char*>(carriageReturn) - text_.data());
+namespace {
+
+bool HasLoneReturns(std::string_view text) {
+    // Written as HasAny is: without branches.
+    unsigned char found = text.ends_with('\r') ? 1 : 0;
+    for (size_t i = 1; i < text.size(); ++i)
+        found = static_cast<unsigned char>(found | ((text[i - 1] == '\r') & (text[i] != '\n')));
+    return found != 0;
 }
 
-size_t LineReader::SkipLineEnd(size_t end) const {
-    if (end < text_.size() && text_[end] == '\r') ++end;
-    if (end < text_.size() && text_[end] == '\n') ++end;
-    return end;
+}  // namespace
+
+LineReader::LineReader(std::string_view text, size_t firstNumber)
+    : text_(text), number_(firstNumber), hasLoneReturns_(HasLoneReturns(text)) {}
+
+size_t LineReader::TakeLine() {
+    ++number_;
+    const size_t feed = hasLoneReturns_ ? text_.find_first_of("\r\n", position_) : text_.find('\n', position_);
+    if (feed == std::string_view::npos) {
+        position_ = text_.size();
+        return position_;
+    }
+    const size_t start = position_;
+    position_ = feed + 1;
+    if (text_[feed] == '\r' && position_ < text_.size() && text_[position_] == '\n') ++position_;
+    return feed > start && text_[feed] == '\n' && text_[feed - 1] == '\r' ? feed - 1 : feed;
 }
 
 size_t LineReader::TakeFolded(bool& folded) {
-    for (;;) {
-        const size_t end = LineEnd(position_);
-        position_ = SkipLineEnd(end);
-        ++number_;
-        if (position_ >= text_.size() || !IsBlank(text_[position_])) return end;
+    size_t end = TakeLine();
+    while (position_ < text_.size() && IsBlank(text_[position_])) {
         folded = true;
+        end = TakeLine();
     }
+    return end;
 }
 
 bool LineReader::Next(ContentLine& line) {

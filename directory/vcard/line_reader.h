@@ -2,7 +2,6 @@
 // CR LF, LF or CR, also mixed in one file.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -17,8 +16,7 @@ struct ContentLine {
 class LineReader {
   public:
     // `firstNumber` is that of the text's first line.
-    explicit LineReader(std::string_view text, size_t firstNumber = 1)
-        : text_(text), number_(firstNumber), nextFeed_(std::min(text.find('\n'), text.size())) {}
+    explicit LineReader(std::string_view text, size_t firstNumber = 1);
 
     // The next line that is not empty; false at the end of the text.
     bool Next(ContentLine& line);
@@ -29,18 +27,16 @@ class LineReader {
     size_t NextNumber() const { return number_; }
 
   private:
-    // The end of the physical line that begins at a position: where its line end begins.
-    size_t LineEnd(size_t start);
-    size_t SkipLineEnd(size_t end) const;
+    // Moves past one physical line; the result is where its line end begins.
+    size_t TakeLine();
     // Moves past one content line, from position_.
     size_t TakeFolded(bool& folded);
 
     std::string_view text_;
     size_t position_ = 0;
     size_t number_;
-    // The first line feed at or after position_: found once per line feed, or a text without any would be searched to
-    // its end for every line.
-    size_t nextFeed_;
+    // A carriage return alone ends lines somewhere in the text.
+    bool hasLoneReturns_;
 };
 
 // Appends a raw line without its folds. vCard 2.1 folds before a blank that belongs to the text; later versions add

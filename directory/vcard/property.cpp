@@ -7,44 +7,47 @@ bool IsTypeParameter(const Parameter& parameter) {
     return parameter.name.empty() || EqualsIgnoringCase(parameter.name, "TYPE");
 }
 
-bool Property::Parse(const ContentLine& line) {
-    std::string_view text = line.raw;
+bool Property::ParseName(const ContentLine& line) {
+    text_ = line.raw;
     isFolded = line.folded;
-    if (line.folded && text.find_first_of("\r\n") < text.find(':')) {
+    if (line.folded && text_.find_first_of("\r\n") < text_.find(':')) {
         unfolded_.clear();
-        AppendUnfolded(text, false, unfolded_);
-        text = unfolded_;
+        AppendUnfolded(text_, false, unfolded_);
+        text_ = unfolded_;
         isFolded = false;
     }
-    // A quote that is never closed would swallow the colon: then quotes mean nothing in this line.
-    return ParseHead(text, true) || ParseHead(text, false);
+    size_t start = 0;
+    nameEnd_ = 0;
+    while (nameEnd_ < text_.size() && text_[nameEnd_] != ':' && text_[nameEnd_] != ';') {
+        if (text_[nameEnd_] == '.') start = nameEnd_ + 1;
+        ++nameEnd_;
+    }
+    if (nameEnd_ == text_.size() || (text_[nameEnd_] == ';' && text_.find(':', nameEnd_) == std::string_view::npos))
+        return false;
+    name = Trimmed(text_.substr(start, nameEnd_ - start));
+    group = start == 0 ? std::string_view() : Trimmed(text_.substr(0, start - 1));
+    return !name.empty();
 }
 
-bool Property::ParseHead(std::string_view text, bool heedQuotes) {
+void Property::ParseRest() {
+    // A quote that is never closed would swallow the colon: then quotes mean nothing in this line.
+    if (!ParseParameters(true)) ParseParameters(false);
+}
+
+bool Property::ParseParameters(bool heedQuotes) {
     parameters.clear();
-    group = {};
-    name = {};
     bool quoted = false;
-    bool named = false;
-    size_t start = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
+    size_t start = nameEnd_ + 1;
+    for (size_t i = nameEnd_; i < text_.size(); ++i) {
+        const char c = text_[i];
         if (c == '"' && heedQuotes) quoted = !quoted;
         if (quoted || (c != ':' && c != ';')) continue;
-        const std::string_view piece = text.substr(start, i - start);
-        if (named) {
-            AddParameter(piece);
-        } else {
-            const std::string_view whole = Trimmed(piece);
-            const size_t dot = whole.rfind('.');
-            name = dot == std::string_view::npos ? whole : whole.substr(dot + 1);
-            group = dot == std::string_view::npos ? std::string_view() : whole.substr(0, dot);
-            named = true;
-        }
+        if (i > nameEnd_) AddParameter(text_.substr(start, i - start));
         start = i + 1;
         if (c == ':') {
-            rawValue = text.substr(start);
-            return !name.empty();
+            head = text_.substr(0, i);
+            rawValue = text_.substr(start);
+            return true;
         }
     }
     return false;
@@ -72,11 +75,4 @@ bool Property::HasEncoding(std::string_view first, std::string_view second) cons
             (EqualsIgnoringCase(parameter.value, first) || EqualsIgnoringCase(parameter.value, second)))
             return true;
     return false;
-}
-
-bool Property::IsQuotedPrintable() const {
-    return HasEncoding("QUOTED-PRINTABLE", "Q");
-}
-bool Property::IsBase64() const {
-    return HasEncoding("BASE64", "B");
 }

@@ -15,15 +15,18 @@ struct Parameter {
     std::string_view value;
 };
 
-// Used again and again for one property after another, so that its vectors and strings are allocated once.
+// Used again and again for one property after another, so that its vectors and strings are allocated once. The views
+// point into the line's text or into this object, until the next call.
 class Property {
   public:
-    // Takes a line apart; false when it is no property. The views below point into the line's text or into this
-    // object, until the next call. The value keeps its folds.
-    bool Parse(const ContentLine& line);
+    // Takes the name off a line: enough for most properties, which nobody asks for. False when it is no property.
+    bool ParseName(const ContentLine& line);
+    // Takes the rest of the same line apart. The value keeps its folds.
+    void ParseRest();
 
     std::string_view group;
     std::string_view name;
+    std::string_view head;  // everything before the value, without the colon
     std::vector<Parameter> parameters;
     std::string_view rawValue;
     bool isFolded = false;  // the value holds line ends
@@ -33,14 +36,16 @@ class Property {
     void ForEachType(Function&& function) const;
     // The first value of a parameter; empty when there is none.
     std::string_view ParameterValue(std::string_view parameterName) const;
-    bool IsQuotedPrintable() const;
-    bool IsBase64() const;
+    bool IsQuotedPrintable() const { return HasEncoding("QUOTED-PRINTABLE", "Q"); }
+    bool IsBase64() const { return HasEncoding("BASE64", "B"); }
 
   private:
-    bool ParseHead(std::string_view text, bool heedQuotes);
+    bool ParseParameters(bool heedQuotes);
     void AddParameter(std::string_view text);
     bool HasEncoding(std::string_view first, std::string_view second) const;
 
+    std::string_view text_;
+    size_t nameEnd_ = 0;
     std::string unfolded_;
 };
 

@@ -1,8 +1,7 @@
-// The value decoders. Each appends to a text that the caller uses again.
+// The value decoders.
 #include "vcard/value_text.h"
 
 #include "text/ascii.h"
-#include "text/code_pages.h"
 
 namespace {
 
@@ -58,81 +57,35 @@ bool IsEscapable(char c, VCardVersion version) {
 
 }  // namespace
 
-ValueProblem AppendDecodedValue(const Property& property, VCardVersion version, std::string& utf8) {
+std::string_view DecodeValue(const Property& property, VCardVersion version, std::string& buffer) {
     const bool keepBlank = version == VCardVersion::V21;
     const std::string_view raw = property.rawValue;
-    std::string decoded;
-    std::string_view bytes = raw;
-    if (property.IsQuotedPrintable()) {
-        AppendQuotedPrintable(raw, keepBlank, decoded);
-        bytes = decoded;
-    } else if (property.IsBase64()) {
-        AppendBase64(raw, decoded);
-        bytes = decoded;
-    } else if (property.isFolded) {
-        AppendUnfolded(raw, keepBlank, decoded);
-        bytes = decoded;
-    }
-
-    const std::string_view label = property.ParameterValue("CHARSET");
-    const std::optional<UINT> codePage = label.empty() ? std::nullopt : CodePageOfCharset(label);
-    if (codePage && AppendAsUtf8(bytes, *codePage, utf8)) return ValueProblem::None;
-    if (codePage) {
-        AppendRepairedUtf8(bytes, utf8);
-        return ValueProblem::BrokenText;
-    }
-    const bool wasUtf8 = AppendAsUtf8(bytes, CP_UTF8, utf8);
-    if (!wasUtf8) AppendAsUtf8(bytes, codePageWesternEuropean, utf8);
-    if (!label.empty()) return ValueProblem::UnknownCharset;
-    return wasUtf8 ? ValueProblem::None : ValueProblem::GuessedCharset;
+    buffer.clear();
+    if (property.IsQuotedPrintable())
+        AppendQuotedPrintable(raw, keepBlank, buffer);
+    else if (property.IsBase64())
+        AppendBase64(raw, buffer);
+    else if (property.isFolded)
+        AppendUnfolded(raw, keepBlank, buffer);
+    else
+        return raw;
+    return buffer;
 }
 
 void AppendUnescaped(std::string_view value, VCardVersion version, std::string& text) {
-    for (size_t i = 0; i < value.size(); ++i) {
-        if (value[i] != '\\' || i + 1 == value.size()) {
-            text.push_back(value[i]);
-            continue;
-        }
-        const char next = value[i + 1];
-        if (version != VCardVersion::V21 && (next == 'n' || next == 'N')) {
+    for (;;) {
+        const size_t escape = value.find('\\');
+        text.append(value.substr(0, escape));
+        if (escape == std::string_view::npos) return;
+        value.remove_prefix(escape + 1);
+        if (version != VCardVersion::V21 && (value.starts_with('n') || value.starts_with('N')))
             text.push_back('\n');
-            ++i;
-        } else if (IsEscapable(next, version)) {
-            text.push_back(next);
-            ++i;
-        } else {
+        else if (!value.empty() && IsEscapable(value.front(), version))
+            text.push_back(value.front());
+        else {
             text.push_back('\\');
-        }
-    }
-}
-
-void MakeSingleLine(std::string& text) {
-    size_t length = 0;
-    bool blankDue = false;
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) <= ' ' || c == '\x7F') {
-            blankDue = length > 0;
             continue;
         }
-        if (blankDue) text[length++] = ' ';
-        blankDue = false;
-        text[length++] = c;
+        value.remove_prefix(1);
     }
-    text.resize(length);
-}
-
-void MakeWindowsLines(std::string& text) {
-    const std::string_view body = Trimmed(text);
-    std::string lines;
-    lines.reserve(body.size());
-    for (size_t i = 0; i < body.size(); ++i) {
-        const char c = body[i];
-        if (c == '\r' || c == '\n') {
-            if (c == '\r' && i + 1 < body.size() && body[i + 1] == '\n') ++i;
-            lines.append("\r\n");
-        } else {
-            lines.push_back(static_cast<unsigned char>(c) < ' ' ? ' ' : c);
-        }
-    }
-    text = std::move(lines);
 }

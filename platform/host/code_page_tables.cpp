@@ -23,7 +23,25 @@ constexpr DoubleBytePage doubleBytePages[] = {
     {949, {0x81, 0xFE}},
     {950, {0x81, 0xFE}},
     {1361, {0x84, 0xD3, 0xD8, 0xDE, 0xE0, 0xF9}},
+    {20932, {0x8E, 0x8E, 0xA1, 0xFE}},
 };
+
+// The code pages whose names in iconv are not made of "CP" and their number.
+struct NamedPage {
+    UINT number;
+    const char* name;
+};
+constexpr NamedPage namedPages[] = {
+    {10000, "MACINTOSH"},   {20127, "US-ASCII"},    {20866, "KOI8-R"},      {20932, "EUC-JP"},
+    {21866, "KOI8-U"},      {28591, "ISO-8859-1"},  {28592, "ISO-8859-2"},  {28593, "ISO-8859-3"},
+    {28594, "ISO-8859-4"},  {28595, "ISO-8859-5"},  {28596, "ISO-8859-6"},  {28597, "ISO-8859-7"},
+    {28598, "ISO-8859-8"},  {28599, "ISO-8859-9"},  {28603, "ISO-8859-13"}, {28605, "ISO-8859-15"},
+};
+
+std::string IconvNameOf(UINT number) {
+    const auto found = std::ranges::find(namedPages, number, &NamedPage::number);
+    return found != std::end(namedPages) ? found->name : "CP" + std::to_string(number);
+}
 
 // The bytes from here up to the second that have no character of their own stand for the control characters of the
 // same number.
@@ -52,6 +70,8 @@ class Converter {
         size_t space = sizeof output;
         iconv(state, nullptr, nullptr, nullptr, nullptr);
         if (iconv(state, &from, &inputSize, &to, &space) != 0 || inputSize != 0) return 0;
+        // Where marks combine with the letter before them, iconv holds the letter back until it is asked for.
+        if (iconv(state, nullptr, nullptr, &to, &space) != 0) return 0;
         return sizeof output - space;
     }
 
@@ -67,7 +87,7 @@ bool CodePage::Describe(UINT number, CPINFO& info) {
         std::ranges::copy(found->leadBytes, info.LeadByte);
         return true;
     }
-    return Converter("UTF-16LE", "CP" + std::to_string(number)).IsOpen();
+    return Converter("UTF-16LE", IconvNameOf(number)).IsOpen();
 }
 
 const CodePage* CodePage::Find(UINT number) {
@@ -84,7 +104,7 @@ const CodePage* CodePage::Find(UINT number) {
 
 CodePage::CodePage(UINT theNumber, const CPINFO& info)
     : number(theNumber), isLeadByte(0x100), toWide(0x10000, undefined), fromWide(0x10000) {
-    const std::string name = "CP" + std::to_string(number);
+    const std::string name = IconvNameOf(number);
     Converter decoder("UTF-16LE", name);
     Converter encoder(name, "UTF-16LE");
     ForEachLeadByte(info, [&](unsigned byte) { isLeadByte[byte] = true; });

@@ -126,7 +126,7 @@ TEST(CardReading, OrganisationAndNotes) {
 TEST(CardReading, AddressesAreFoundInEverySpelling) {
     const auto set = ReadSet(CardOf({"FN:A", "UID:urn:uuid:ABC-1", "EMAIL:Ann@Example.com", "TEL:+1 (555) 01"}) +
                                  CardOf({"FN:B", "UID:abc-2"}),
-                             true);
+                             {.addresses = true});
     EXPECT_EQ(set->Find(NormalisedAddress("urn:uuid:abc-1")), 0U);
     EXPECT_EQ(set->Find(NormalisedAddress("ABC-2")), 1U);
     EXPECT_EQ(set->Find(NormalisedAddress("MAILTO:ann@example.com?subject=x")), 0U);

@@ -8,8 +8,8 @@
 #include <sstream>
 #include <string>
 
-#include "diagnostics.h"
-#include "vcard/card_set.h"
+#include "cards/card_set_builder.h"
+#include "vcard/card_reader.h"
 
 inline void SetVariable(const char* name, const std::string& value) {
 #ifdef _WIN32
@@ -25,9 +25,15 @@ inline std::string CardOf(std::initializer_list<std::string> lines, const std::s
     return text + "END:VCARD\r\n";
 }
 
-inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, bool keepAddresses = false) {
-    SetVariable("FAXBOOK_DIAGNOSTICS", "off");
-    Diagnostics diagnostics;
+struct NoMessages final : MessageReceiver {
+    void Report(size_t, std::string_view, std::string_view) override {}
+};
+
+inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, CardSetContents contents = {},
+                                              std::optional<UINT> charset = std::nullopt) {
+    NoMessages messages;
     std::istringstream stream(text);
-    return CardSet::Read("test.vcf", stream, text.size(), keepAddresses, diagnostics);
+    CardSetBuilder builder(contents, text.size(), messages);
+    const std::optional<UINT> guessed = ReadCards(stream, charset, builder);
+    return builder.Finish(guessed);
 }

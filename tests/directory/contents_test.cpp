@@ -66,10 +66,10 @@ TEST(Hierarchy, MissingContactsFolderIsSaidAndEmpty) {
     EXPECT_EQ(Names(caller.ListBooks()), "a|");
 }
 
-// The columns business, home, primary, "-" for a missing one.
+// The columns business, home, primary, extended, "-" for a missing one.
 std::string Places(const Values& row) {
     std::string places;
-    for (const ULONG tag : {PR_BUSINESS_FAX_NUMBER, PR_HOME_FAX_NUMBER, PR_PRIMARY_FAX_NUMBER})
+    for (const ULONG tag : {PR_BUSINESS_FAX_NUMBER, PR_HOME_FAX_NUMBER, PR_PRIMARY_FAX_NUMBER, PR_VOK_EXTENDED_FAX})
         places += (row.contains(tag) ? row.at(tag) : "-") + " ";
     return places;
 }
@@ -82,11 +82,15 @@ TEST(Contents, NumbersTakeTheirPlacesByStyle) {
         bool allPlaced;  // in the plain style
     };
     const Placing placings[] = {
-        {{}, "- - - ", "- - - ", true},
-        {{"TEL;TYPE=FAX,HOME:h", "TEL;TYPE=FAX,WORK:w", "TEL;TYPE=FAX:p"}, "w h p ", "p w - ", true},
-        {{"TEL;TYPE=FAX,WORK:w1", "TEL;TYPE=FAX,WORK,PREF:w2"}, "w2 - w1 ", "w2 w1 - ", true},
-        {{"TEL;TYPE=FAX,OTHER:o"}, "- - o ", "o - - ", true},
-        {{"TEL;TYPE=FAX:p1", "TEL;TYPE=FAX:p2", "TEL;TYPE=FAX,HOME:h"}, "- h p1 ", "p1 p2 - ", false},
+        {{}, "- - - - ", "- - - - ", true},
+        {{"TEL;TYPE=FAX,HOME:h", "TEL;TYPE=FAX,WORK:w", "TEL;TYPE=FAX:p"}, "w h p - ", "p w - h ", true},
+        {{"TEL;TYPE=FAX,WORK:w1", "TEL;TYPE=FAX,WORK,PREF:w2"}, "w2 - w1 - ", "w2 w1 - - ", true},
+        {{"TEL;TYPE=FAX,OTHER:o"}, "- - o - ", "o - - - ", true},
+        {{"TEL;TYPE=FAX:p1", "TEL;TYPE=FAX:p2", "TEL;TYPE=FAX,HOME:h"}, "- h p1 p2 ", "p1 p2 - h ", true},
+        {{"TEL;TYPE=FAX:p1", "TEL;TYPE=FAX,PREF:p2", "TEL;TYPE=FAX:p3", "TEL;TYPE=FAX:p4"},
+         "- - p2 p1 ",
+         "p2 p1 - p3 ",
+         false},
     };
     for (const Placing& placing : placings) {
         ContactsFolderForTest contacts;

@@ -5,15 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "vcard/property.h"
-
 // Primary: a fax number that is said to be neither at work nor at home nor elsewhere.
 enum class FaxKind : std::uint8_t { None, Business, Home, Other, Primary };
 
 // A smaller preference is better; numbers that are not marked come last.
 inline constexpr std::uint8_t notPreferred = 101;
 
-// What a property says about its number. One word may say two things: "WORKFAX".
+// What is said about a number. One word may say two things: "WORKFAX".
 struct TelephoneFacts {
     bool fax = false;
     bool work = false;
@@ -27,8 +25,11 @@ struct TelephoneFacts {
 // Whether a property of this name can hold a fax number at all: TEL, FAX, and X- names that end in FAX.
 bool IsTelephoneName(std::string_view name);
 
-// From the name, the group, TYPE and PREF; a label, which is a property of its own, is added when it is known.
-TelephoneFacts ReadTelephoneFacts(const Property& property);
+// What the parts of a property add. A label is free text, also in languages other than English.
+TelephoneFacts FactsOfName(std::string_view name);
+void AddTypeFacts(std::string_view type, TelephoneFacts& facts);
+void AddGroupFacts(std::string_view group, TelephoneFacts& facts);
+void AddPreference(std::string_view preference, TelephoneFacts& facts);
 void AddLabelFacts(std::string_view label, TelephoneFacts& facts);
 
 // The kind, and the rule that decided, as a sentence for the user.
@@ -38,5 +39,5 @@ struct FaxVerdict {
 };
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts);
 
-// The number as it is dialled: without "tel:" and the parameters of the address, with its extension and pauses.
-std::string DialledNumber(std::string_view value);
+// Cuts a number to what is dialled: no "tel:" and no parameters of the address, but its extension and pauses.
+void CutToDialledNumber(std::string& number);

@@ -1,5 +1,5 @@
 // Words that say what a telephone number is for, and the verdicts drawn from them.
-#include "vcard/fax_rules.h"
+#include "cards/fax_rules.h"
 
 #include <charconv>
 
@@ -51,10 +51,11 @@ void AddWord(std::string_view text, TelephoneFacts& facts) {
     for (const char c : text) {
         if (c == '-' || c == '_' || c == ' ') continue;
         if (length == sizeof letters) return;
-        letters[length++] = c;
+        letters[length++] = ToUpperAscii(c);
     }
+    const std::string_view wanted(letters, length);
     for (const Word& word : words)
-        if (EqualsIgnoringCase(word.text, {letters, length})) facts.Add(word.facts);
+        if (word.text == wanted) facts.Add(word.facts);
 }
 
 }  // namespace
@@ -72,20 +73,27 @@ bool IsTelephoneName(std::string_view name) {
            (StartsWithIgnoringCase(name, "X-") && EndsWithIgnoringCase(name, "FAX"));
 }
 
-TelephoneFacts ReadTelephoneFacts(const Property& property) {
+TelephoneFacts FactsOfName(std::string_view name) {
     TelephoneFacts facts;
-    if (!EqualsIgnoringCase(property.name, "TEL")) {
-        facts.fax = true;
-        AddWord(property.name, facts);
-    }
-    property.ForEachType([&](std::string_view type) { AddWord(type, facts); });
-    // Some exporters put the place into the group: HOME.TEL;TYPE=FAX.
-    if (!facts.work && !facts.home && !facts.other) AddWord(property.group, facts);
-    const std::string_view preference = property.ParameterValue("PREF");
+    if (EqualsIgnoringCase(name, "TEL")) return facts;
+    facts.fax = true;
+    AddWord(name, facts);
+    return facts;
+}
+
+void AddTypeFacts(std::string_view type, TelephoneFacts& facts) {
+    AddWord(type, facts);
+}
+
+// Some exporters put the place into the group: HOME.TEL;TYPE=FAX.
+void AddGroupFacts(std::string_view group, TelephoneFacts& facts) {
+    if (!group.empty() && !facts.work && !facts.home && !facts.other) AddWord(group, facts);
+}
+
+void AddPreference(std::string_view preference, TelephoneFacts& facts) {
     unsigned rank = notPreferred;
     std::from_chars(preference.data(), preference.data() + preference.size(), rank);
     if (rank >= 1 && rank < facts.preference) facts.preference = static_cast<std::uint8_t>(rank);
-    return facts;
 }
 
 void AddLabelFacts(std::string_view label, TelephoneFacts& facts) {
@@ -105,17 +113,15 @@ FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {
     return {FaxKind::Primary, "primary fax number: it says fax and names no place"};
 }
 
-std::string DialledNumber(std::string_view value) {
-    std::string_view text = Trimmed(value);
-    const bool isAddress = StartsWithIgnoringCase(text, "tel:") || StartsWithIgnoringCase(text, "fax:");
-    if (!isAddress) return std::string(text);
-    text.remove_prefix(4);
-    const size_t parameters = text.find(';');
-    std::string number(text.substr(0, parameters));
-    while (parameters != std::string_view::npos && text.find(';') != std::string_view::npos) {
-        text.remove_prefix(text.find(';') + 1);
-        const std::string_view parameter = text.substr(0, text.find(';'));
-        if (StartsWithIgnoringCase(parameter, "ext=")) number.append(";").append(parameter);
+void CutToDialledNumber(std::string& number) {
+    const std::string_view value = Trimmed(number);
+    if (!StartsWithIgnoringCase(value, "tel:") && !StartsWithIgnoringCase(value, "fax:")) return;
+    std::string_view rest = value.substr(4);
+    std::string dialled(rest.substr(0, rest.find(';')));
+    while (rest.find(';') != std::string_view::npos) {
+        rest.remove_prefix(rest.find(';') + 1);
+        const std::string_view parameter = rest.substr(0, rest.find(';'));
+        if (StartsWithIgnoringCase(parameter, "ext=")) dialled.append(";").append(parameter);
     }
-    return number;
+    number = std::move(dialled);
 }

@@ -2,19 +2,16 @@
 // change once it is read; a file that changed is read into a new one.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
-#include <filesystem>
-#include <istream>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "vcard/fax_rules.h"
-
-class Diagnostics;
+#include "cards/fax_rules.h"
 
 // Positions of text in the set; 0 is the empty text.
 using TextPosition = std::uint32_t;
@@ -26,9 +23,22 @@ struct FaxNumber {
     std::uint8_t preference;
 };
 
+// A card of any file of the session, found again when its file was read anew.
+struct CardPlace {
+    std::uint32_t file;
+    std::uint32_t card;
+    std::uint64_t identity;  // IdentityOf
+};
+
 struct Member {
-    TextPosition address;  // as NormalisedAddress makes it
+    TextPosition address;  // as NormalisedAddress makes it; 0 for a member of a category, which `place` names
     std::uint32_t line;
+    CardPlace place;
+};
+
+struct Category {
+    TextPosition name;
+    std::uint32_t card;
 };
 
 struct Card {
@@ -48,11 +58,6 @@ struct Card {
 
 class CardSet {
   public:
-    // Reads a file's text; its size is needed only roughly, to make room. Only with keepAddresses can cards be found by
-    // e-mail address and telephone number: that costs memory for every number, and few groups name their members so.
-    static std::shared_ptr<const CardSet> Read(const std::filesystem::path& path, std::istream& text, size_t size,
-                                               bool keepAddresses, Diagnostics& diagnostics);
-
     std::span<const Card> Cards() const { return cards_; }
     const char* Text(TextPosition position) const { return text_.data() + position; }
     std::span<const FaxNumber> FaxNumbers(const Card& card) const {
@@ -61,9 +66,15 @@ class CardSet {
     std::span<const Member> Members(const Card& card) const {
         return std::span(members_).subspan(card.firstMember, card.memberCount);
     }
-    bool HasAddresses() const { return hasAddresses_; }
+    // In the order of the file; empty unless they were asked for.
+    std::span<const Category> Categories() const { return categories_; }
 
-    // The card with this identifier or address, as NormalisedAddress makes it.
+    // The cards that were left out because nothing in them is a name.
+    size_t NamelessCount() const { return namelessCount_; }
+    // The code page that unlabelled text was taken for, where it had to be guessed.
+    std::optional<UINT> GuessedCharset() const { return guessedCharset_; }
+
+    // The card with this identifier or, where those were asked for, this address, as NormalisedAddress makes them.
     std::optional<std::uint32_t> Find(std::string_view address) const;
 
   private:
@@ -77,12 +88,17 @@ class CardSet {
     std::vector<Card> cards_;
     std::vector<FaxNumber> faxNumbers_;
     std::vector<Member> members_;
-    bool hasAddresses_ = false;
+    std::vector<Category> categories_;
+    size_t namelessCount_ = 0;
+    std::optional<UINT> guessedCharset_;
     // Identifiers and addresses, sorted when the first one is looked for. A set belongs to one session, and a session
     // to one thread.
     mutable std::vector<Address> addresses_;
     mutable bool addressesSorted_ = false;
 };
+
+// What stays the same when a card's file is read anew: its identifier, or without one its name.
+std::uint64_t IdentityOf(const CardSet& cards, const Card& card);
 
 // A member's address or a card's own identifier in the one form in which they are compared: "mailto:" and a lower-case
 // address, "tel:" and digits, or a lower-case identifier without "urn:uuid:".

@@ -1,0 +1,84 @@
+// One card as a reader of any file format hands it on, and who takes it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cards/fax_rules.h"
+
+// A list whose elements keep their memory when it is emptied.
+template <typename Element>
+class ReusedList {
+  public:
+    Element& Add() {
+        if (count_ == elements_.size()) elements_.emplace_back();
+        return elements_[count_++];
+    }
+    void Clear() { count_ = 0; }
+    bool IsEmpty() const { return count_ == 0; }
+    Element* begin() { return elements_.data(); }
+    Element* end() { return elements_.data() + count_; }
+    const Element* begin() const { return elements_.data(); }
+    const Element* end() const { return elements_.data() + count_; }
+
+  private:
+    std::vector<Element> elements_;
+    size_t count_ = 0;
+};
+
+// One telephone number; `facts` include its label's once the card is complete.
+struct Telephone {
+    size_t line = 0;
+    std::string group;
+    std::string source;  // what the file says of the number, for the user: "TEL;TYPE=WORK,FAX" or a column's name
+    std::string number;
+    TelephoneFacts facts;
+};
+
+// A text with the line that it stands in.
+struct LinedText {
+    size_t line = 0;
+    std::string text;
+};
+
+// Text is UTF-8, without escapes; what is absent is empty.
+struct CardDraft {
+    size_t line = 0;  // where it begins, counted from 1
+    bool isGroup = false;
+    std::string formattedName;
+    std::string nameFromParts;
+    std::string nickname;
+    std::string company;
+    std::string department;
+    std::string note;
+    std::string uid;
+    ReusedList<LinedText> emails;
+    ReusedList<Telephone> telephones;
+    ReusedList<LinedText> members;
+    ReusedList<LinedText> categories;
+
+    void Clear();
+};
+
+// Takes what a user should know about a file. Line 0 stands for the file as a whole.
+class MessageReceiver {
+  public:
+    virtual void Report(size_t line, std::string_view what, std::string_view advice) = 0;
+
+  protected:
+    ~MessageReceiver() = default;
+};
+
+class CardReceiver : public MessageReceiver {
+  public:
+    // A complete card; the receiver may change it. Cards inside another come before it.
+    virtual void Receive(CardDraft& card) = 0;
+
+  protected:
+    ~CardReceiver() = default;
+};
+
+// The name that a card goes by; empty when nothing in it could be one. Borrowed from the card.
+std::string_view NameOf(const CardDraft& card);

@@ -1,0 +1,141 @@
+// The name that a card goes by, its fax numbers, its members.
+#include "cards/card_set_builder.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <tuple>
+
+#include "text/code_pages.h"
+
+namespace {
+
+std::uint32_t Narrow(size_t value) {
+    if (value > UINT32_MAX) throw std::length_error("file too large");
+    return static_cast<std::uint32_t>(value);
+}
+
+}  // namespace
+
+CardSetBuilder::CardSetBuilder(CardSetContents contents, size_t textSize, MessageReceiver& messages)
+    : contents_(contents), messages_(messages) {
+    // Room that is not used costs next to nothing; growing copies everything.
+    set_->text_.reserve(textSize / 2);
+    set_->cards_.reserve(textSize / 300);
+    set_->text_.push_back('\0');
+}
+
+TextPosition CardSetBuilder::Keep(std::string_view utf8) {
+    if (utf8.empty()) return 0;
+    const TextPosition position = Narrow(set_->text_.size());
+    AppendInActiveCodePage(utf8, set_->text_);
+    set_->text_.push_back('\0');
+    return position;
+}
+
+TextPosition CardSetBuilder::KeepActive(std::string_view text) {
+    const TextPosition position = Narrow(set_->text_.size());
+    set_->text_.append(text).push_back('\0');
+    return position;
+}
+
+void CardSetBuilder::KeepAddress(std::string_view address) {
+    set_->addresses_.push_back({Keep(address), Narrow(set_->cards_.size())});
+}
+
+void CardSetBuilder::Receive(CardDraft& draft) {
+    const std::string_view name = NameOf(draft);
+    if (name.empty()) {
+        ++set_->namelessCount_;
+        Report(draft.line, "card without name, organisation, e-mail address or number",
+               "it was left out; give it a name (FN)");
+        return;
+    }
+    Card card{};
+    card.line = Narrow(draft.line);
+    card.isGroup = draft.isGroup;
+    card.name = Keep(name);
+    card.company = Keep(draft.company);
+    card.department = Keep(draft.department);
+    card.comment = Keep(draft.note);
+    if (!draft.emails.IsEmpty()) card.email = Keep(draft.emails.begin()->text);
+    AddFaxNumbers(draft, card);
+    if (!draft.uid.empty()) {
+        KeepAddress(NormalisedAddress(draft.uid));
+        card.uid = set_->addresses_.back().address;
+    }
+    if (contents_.addresses) AddAddresses(draft);
+    if (contents_.categories)
+        for (const LinedText& category : draft.categories)
+            set_->categories_.push_back({Keep(category.text), Narrow(set_->cards_.size())});
+    card.firstMember = Narrow(set_->members_.size());
+    for (const LinedText& member : draft.members)
+        set_->members_.push_back({Keep(NormalisedAddress(member.text)), Narrow(member.line), {}});
+    card.memberCount = Narrow(set_->members_.size()) - card.firstMember;
+    inOrder_ = inOrder_ && (set_->cards_.empty() || set_->cards_.back().line < card.line);
+    set_->cards_.push_back(card);
+}
+
+// The same number of the same kind twice is one number: exporters repeat themselves.
+void CardSetBuilder::AddFaxNumbers(CardDraft& draft, Card& card) {
+    numbersOfCard_.clear();
+    for (const Telephone& telephone : draft.telephones) {
+        const FaxKind kind = JudgeTelephone(telephone.facts).kind;
+        if (kind != FaxKind::None && !telephone.number.empty()) numbersOfCard_.push_back({kind, &telephone});
+    }
+    if (numbersOfCard_.size() > 1) {
+        const auto value = [](const NumberOfCard& number) {
+            return std::tuple(number.kind, std::string_view(number.telephone->number));
+        };
+        const auto place = [](const NumberOfCard& number) { return number.telephone; };
+        std::ranges::sort(numbersOfCard_, {}, [&](const NumberOfCard& number) {
+            return std::tuple_cat(value(number), std::tuple(place(number)));
+        });
+        const auto repeated = std::ranges::unique(numbersOfCard_, {}, value);
+        numbersOfCard_.erase(repeated.begin(), repeated.end());
+        std::ranges::sort(numbersOfCard_, {}, place);
+    }
+    card.firstFaxNumber = Narrow(set_->faxNumbers_.size());
+    for (const auto& [kind, telephone] : numbersOfCard_)
+        set_->faxNumbers_.push_back(
+            {Keep(telephone->number), Narrow(telephone->line), kind, telephone->facts.preference});
+    card.faxNumberCount = Narrow(set_->faxNumbers_.size()) - card.firstFaxNumber;
+}
+
+void CardSetBuilder::AddAddresses(const CardDraft& draft) {
+    for (const LinedText& email : draft.emails) KeepAddress(NormalisedAddress("mailto:" + email.text));
+    for (const Telephone& telephone : draft.telephones) KeepAddress(NormalisedAddress("tel:" + telephone.number));
+}
+
+void CardSetBuilder::AddCategoryGroup(std::string_view name, const std::vector<CardPlace>& cards) {
+    Card card{};
+    card.isGroup = true;
+    card.name = KeepActive(name);
+    card.firstMember = Narrow(set_->members_.size());
+    for (const CardPlace& place : cards) set_->members_.push_back({0, 0, place});
+    card.memberCount = Narrow(set_->members_.size()) - card.firstMember;
+    set_->cards_.push_back(card);
+}
+
+// Cards inside others came first: back to the order of the file, and with them what points at them.
+void CardSetBuilder::PutInOrder() {
+    CardSet& set = *set_;
+    std::vector<std::uint32_t> order(set.cards_.size());
+    for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
+    std::ranges::sort(order, {}, [&](std::uint32_t card) { return set.cards_[card].line; });
+    std::vector<Card> cards;
+    std::vector<std::uint32_t> newPlace(order.size());
+    for (const std::uint32_t old : order) {
+        newPlace[old] = static_cast<std::uint32_t>(cards.size());
+        cards.push_back(set.cards_[old]);
+    }
+    set.cards_ = std::move(cards);
+    for (CardSet::Address& address : set.addresses_) address.card = newPlace[address.card];
+    for (Category& category : set.categories_) category.card = newPlace[category.card];
+    std::ranges::stable_sort(set.categories_, {}, &Category::card);
+}
+
+std::shared_ptr<const CardSet> CardSetBuilder::Finish(std::optional<UINT> guessedCharset) {
+    if (!inOrder_) PutInOrder();
+    set_->guessedCharset_ = guessedCharset;
+    return set_;
+}
