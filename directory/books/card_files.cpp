@@ -1,12 +1,17 @@
 // The formats and how a file of each is brought to its reader.
 #include "books/card_files.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
+#include <string>
 
 #include "cards/card_draft.h"
+#include "csv/csv_cards.h"
 #include "platform/files.h"
 #include "text/ascii.h"
 #include "text/charset_guess.h"
+#include "text/charset_names.h"
 #include "text/code_pages.h"
 #include "vcard/card_reader.h"
 
@@ -16,13 +21,46 @@ namespace {
 
 using Reader = std::optional<UINT>(std::istream& file, std::optional<UINT> charset, CardReceiver& receiver);
 
+constexpr size_t longestSample = 64 * 1024;
+
+std::string LinesBeyondAscii(std::string_view text) {
+    std::string lines;
+    while (!text.empty() && lines.size() < longestSample) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (!IsAscii(line)) lines.append(line.substr(0, longestSample)).push_back('\n');
+    }
+    return lines;
+}
+
 struct Format {
     std::string_view ending;
     Reader* read;
 };
 
+// A CSV file is in one character set, and is converted as a whole.
+std::optional<UINT> ReadCsvFile(std::istream& file, std::optional<UINT> charset, CardReceiver& receiver) {
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    if (std::optional<std::string> utf8 = Utf8FromUtf16(text)) text = std::move(*utf8);
+    std::optional<UINT> guessed;
+    if (!IsUtf8(text)) {
+        if (!charset) charset = guessed = GuessCodePage(LinesBeyondAscii(text), GetACP());
+        std::string utf8;
+        if (!AppendAsUtf8(text, *charset, utf8)) AppendRepaired(text, *charset, utf8);
+        text = std::move(utf8);
+    }
+    ReadCsvCards(WithoutUtf8Mark(text), receiver);
+    if (guessed)
+        receiver.Report(0, "text is not UTF-8",
+                        "it looks like " + std::string(CharsetNameOf(*guessed)) +
+                            " and was read so; if names look wrong, save the file as UTF-8 or name its charset in the "
+                            "settings of the address book");
+    return guessed;
+}
+
 constexpr Format formats[] = {
     {".vcf", ReadCards},
+    {".csv", ReadCsvFile},
 };
 
 const Format* FormatOf(const fs::path& path) {

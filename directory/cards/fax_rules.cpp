@@ -43,6 +43,28 @@ constexpr Word words[] = {
     {"FACSIMILE", fax},
 };
 
+// Parts of words in the free text of labels and headings, in the languages of the programs that write them. Letters
+// beyond ASCII stand in small form, as they do inside words.
+constexpr Word labelWords[] = {
+    {"fax", fax},       {"faks", fax},        {"télécopie", fax}, {"telecopie", fax},   {"ファックス", fax},
+    {"ファクス", fax},  {"传真", fax},        {"傳真", fax},      {"팩스", fax},        {"факс", fax},
+    {"Факс", fax},      {"φαξ", fax},         {"Φαξ", fax},       {"work", work},       {"business", work},
+    {"office", work},   {"company", work},    {"geschäft", work}, {"dienst", work},     {"büro", work},
+    {"arbeit", work},   {"firma", work},      {"firmy", work},    {"bureau", work},     {"professionnel", work},
+    {"travail", work},  {"société", work},    {"trabajo", work},  {"oficina", work},    {"empresa", work},
+    {"trabalho", work}, {"comercial", work},  {"ufficio", work},  {"lavoro", work},     {"werk", work},
+    {"kantoor", work},  {"zakelijk", work},   {"służb", work},    {"prac", work},       {"arbete", work},
+    {"勤務先", work},   {"会社", work},       {"公司", work},     {"工作", work},       {"商务", work},
+    {"商務", work},     {"회사", work},       {"직장", work},     {"рабоч", work},      {"служ", work},
+    {"home", home},     {"privat", home},     {"domicile", home}, {"maison", home},     {"personnel", home},
+    {"casa", home},     {"particular", home}, {"residen", home},  {"abitazione", home}, {"thuis", home},
+    {"privé", home},    {"domow", home},      {"hem", home},      {"自宅", home},       {"住宅", home},
+    {"家庭", home},     {"집", home},         {"дом", home},      {"other", other},     {"weiter", other},
+    {"ander", other},   {"autre", other},     {"otro", other},    {"outro", other},     {"altro", other},
+    {"overig", other},  {"inny", other},      {"その他", other},  {"其他", other},      {"기타", other},
+    {"друг", other},
+};
+
 void AddWord(std::string_view text, TelephoneFacts& facts) {
     text = Trimmed(text);
     if (StartsWithIgnoringCase(text, "X-")) text.remove_prefix(2);
@@ -97,12 +119,8 @@ void AddPreference(std::string_view preference, TelephoneFacts& facts) {
 }
 
 void AddLabelFacts(std::string_view label, TelephoneFacts& facts) {
-    TelephoneFacts said;
-    said.fax = ContainsIgnoringCase(label, "fax");
-    said.work = ContainsIgnoringCase(label, "work") || ContainsIgnoringCase(label, "business");
-    said.home = ContainsIgnoringCase(label, "home");
-    said.other = ContainsIgnoringCase(label, "other");
-    facts.Add(said);
+    for (const Word& word : labelWords)
+        if (ContainsIgnoringCase(label, word.text)) facts.Add(word.facts);
 }
 
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {

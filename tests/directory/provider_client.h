@@ -38,10 +38,10 @@ class ProviderLibrary {
 };
 
 // The columns that the tests ask every table for.
-inline constexpr PropTagArray<12> testColumns = {
+inline constexpr PropTagArray<13> testColumns = {
     .aulPropTag = {PR_DISPLAY_NAME, PR_ENTRYID, PR_OBJECT_TYPE, PR_ADDRTYPE, PR_PRIMARY_FAX_NUMBER, PR_HOME_FAX_NUMBER,
                    PR_BUSINESS_FAX_NUMBER, PR_COMMENT, PR_ORIGINAL_DISPLAY_NAME, PR_EMAIL_ADDRESS, PR_COMPANY_NAME,
-                   PR_DEPARTMENT_NAME}};
+                   PR_DEPARTMENT_NAME, PR_VOK_EXTENDED_FAX}};
 
 // A session with the calls that most tests make; a call that fails throws what it answered.
 struct CallFailed {

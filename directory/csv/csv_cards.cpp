@@ -1,0 +1,193 @@
+// Each row fills the draft that a card of any other format would.
+#include "csv/csv_cards.h"
+
+#include <string>
+#include <vector>
+
+#include "cards/card_draft.h"
+#include "csv/csv_columns.h"
+#include "csv/csv_reader.h"
+#include "text/ascii.h"
+#include "text/lines.h"
+
+namespace {
+
+// Several values of a field, as web address books join them.
+constexpr std::string_view valueSeparator = ":::";
+
+class Reader {
+  public:
+    Reader(std::string_view utf8, CardReceiver& receiver) : rows_(utf8), receiver_(receiver) {}
+
+    void Run() {
+        CsvRow row;
+        if (!rows_.Next(row) || !ReadHeadings(row)) return;
+        while (rows_.Next(row)) ReadRow(row);
+    }
+
+  private:
+    // The columns of a telephone's label and value; of a label alone, nothing is read.
+    struct TelephoneColumns {
+        size_t label = npos;
+        size_t value = npos;
+    };
+    static constexpr size_t npos = static_cast<size_t>(-1);
+
+    bool ReadHeadings(const CsvRow& row);
+    void ReadRow(const CsvRow& row);
+    void ReadField(const CsvColumn& column, const CsvField& field);
+    void ReadNumberedTelephones(const CsvRow& row);
+    void AddTelephones(std::string_view numbers, std::string_view heading, std::string_view label, size_t line);
+    void AddCategories(const CsvField& field);
+    void SetText(std::string& text, std::string_view value) const;
+
+    template <typename Function>
+    static void ForEachValue(std::string_view values, std::string_view separator, Function&& function) {
+        for (;;) {
+            const size_t end = values.find(separator);
+            if (const std::string_view value = Trimmed(values.substr(0, end)); !value.empty()) function(value);
+            if (end == std::string_view::npos) return;
+            values.remove_prefix(end + separator.size());
+        }
+    }
+
+    CsvReader rows_;
+    CardReceiver& receiver_;
+    std::vector<CsvColumn> columns_;
+    std::vector<TelephoneColumns> numbered_;
+    CardDraft card_;
+    std::string nameParts_[5];  // prefix, given, middle, family, suffix
+};
+
+bool Reader::ReadHeadings(const CsvRow& row) {
+    bool isUnderstood = false;
+    for (const CsvField& field : row.fields) {
+        CsvColumn& column = columns_.emplace_back(ReadHeading(field.text));
+        const ColumnMeaning meaning = column.meaning;
+        isUnderstood |= meaning != ColumnMeaning::Unknown && meaning != ColumnMeaning::Note &&
+                        meaning != ColumnMeaning::Department && meaning != ColumnMeaning::Categories;
+        if (meaning != ColumnMeaning::TelephoneLabel && meaning != ColumnMeaning::TelephoneValue) continue;
+        if (column.set >= row.fields.size()) continue;
+        if (numbered_.size() <= column.set) numbered_.resize(column.set + 1);
+        (meaning == ColumnMeaning::TelephoneLabel ? numbered_[column.set].label : numbered_[column.set].value) =
+            columns_.size() - 1;
+    }
+    if (!isUnderstood)
+        receiver_.Report(row.line, "no heading names a person, an e-mail address or a number",
+                         "the file was left out; its first line must name the columns, such as First Name and "
+                         "Business Fax");
+    return isUnderstood;
+}
+
+void Reader::ReadRow(const CsvRow& row) {
+    card_.Clear();
+    for (std::string& part : nameParts_) part.clear();
+    card_.line = row.line;
+    if (row.hasOpenQuote)
+        receiver_.Report(row.line, "a quote is opened and not closed", "it was read as text; double it or close it");
+    if (row.fields.size() > columns_.size())
+        receiver_.Report(row.line, "row has more fields than there are headings",
+                         "the fields beyond them were left out; check the quotes of the row");
+    for (size_t i = 0; i < row.fields.size() && i < columns_.size(); ++i)
+        if (!row.fields[i].text.empty()) ReadField(columns_[i], row.fields[i]);
+    ReadNumberedTelephones(row);
+    for (const std::string& part : nameParts_) card_.nameFromParts.append(part).append(" ");
+    MakeSingleLine(card_.nameFromParts);
+    MakeWindowsLines(card_.note);
+    receiver_.Receive(card_);
+}
+
+// The first column of a meaning that has a value is taken.
+void Reader::SetText(std::string& text, std::string_view value) const {
+    if (!text.empty()) return;
+    text = value;
+    MakeSingleLine(text);
+}
+
+void Reader::ReadField(const CsvColumn& column, const CsvField& field) {
+    switch (column.meaning) {
+        case ColumnMeaning::DisplayName:
+            return SetText(card_.formattedName, field.text);
+        case ColumnMeaning::NamePrefix:
+            return SetText(nameParts_[0], field.text);
+        case ColumnMeaning::GivenName:
+            return SetText(nameParts_[1], field.text);
+        case ColumnMeaning::MiddleName:
+            return SetText(nameParts_[2], field.text);
+        case ColumnMeaning::FamilyName:
+            return SetText(nameParts_[3], field.text);
+        case ColumnMeaning::NameSuffix:
+            return SetText(nameParts_[4], field.text);
+        case ColumnMeaning::Nickname:
+            return SetText(card_.nickname, field.text);
+        case ColumnMeaning::Company:
+            return SetText(card_.company, field.text);
+        case ColumnMeaning::Department:
+            return SetText(card_.department, field.text);
+        case ColumnMeaning::Note:
+            if (!card_.note.empty()) card_.note.append("\n");
+            card_.note.append(field.text);
+            return;
+        case ColumnMeaning::Email:
+            return ForEachValue(field.text, valueSeparator, [&](std::string_view address) {
+                LinedText& email = card_.emails.Add();
+                email.line = field.line;
+                email.text = address;
+                MakeSingleLine(email.text);
+            });
+        case ColumnMeaning::Categories:
+            return AddCategories(field);
+        case ColumnMeaning::Telephone:
+            return AddTelephones(field.text, column.heading, {}, field.line);
+        case ColumnMeaning::Unknown:
+        case ColumnMeaning::TelephoneLabel:
+        case ColumnMeaning::TelephoneValue:
+            return;
+    }
+}
+
+void Reader::ReadNumberedTelephones(const CsvRow& row) {
+    for (const TelephoneColumns& columns : numbered_) {
+        if (columns.value >= row.fields.size()) continue;
+        const CsvField& value = row.fields[columns.value];
+        const std::string_view label =
+            columns.label < row.fields.size() ? row.fields[columns.label].text : std::string_view();
+        AddTelephones(value.text, columns_[columns.value].heading, label, value.line);
+    }
+}
+
+// A label that begins with a star is that of the preferred number.
+void Reader::AddTelephones(std::string_view numbers, std::string_view heading, std::string_view label, size_t line) {
+    ForEachValue(numbers, valueSeparator, [&](std::string_view number) {
+        Telephone& telephone = card_.telephones.Add();
+        telephone.line = line;
+        telephone.group.clear();
+        telephone.source = heading;
+        if (!label.empty()) telephone.source.append(", label ").append(label);
+        MakeSingleLine(telephone.source);
+        telephone.facts = {};
+        AddLabelFacts(label.empty() ? heading : label, telephone.facts);
+        if (Trimmed(label).starts_with('*')) AddPreference("1", telephone.facts);
+        telephone.number = number;
+        CutToDialledNumber(telephone.number);
+        MakeSingleLine(telephone.number);
+    });
+}
+
+// A star marks the groups that the web address book itself keeps.
+void Reader::AddCategories(const CsvField& field) {
+    const bool isJoined = field.text.find(valueSeparator) != std::string_view::npos;
+    ForEachValue(field.text, isJoined ? valueSeparator : ";", [&](std::string_view name) {
+        if (name.starts_with('*')) name.remove_prefix(1);
+        LinedText& category = card_.categories.Add();
+        category.line = field.line;
+        category.text = Trimmed(name);
+        MakeSingleLine(category.text);
+    });
+}
+
+}  // namespace
+
+void ReadCsvCards(std::string_view utf8, CardReceiver& receiver) {
+    Reader(utf8, receiver).Run();
+}
