@@ -1,6 +1,7 @@
 // The functions that QDXL7RA.DLL exports.
 #include "provider/entry_points.h"
 
+#include "diagnosis/diagnosis.h"
 #include "objects/entries.h"
 #include "objects/guard.h"
 #include "objects/memory.h"
@@ -8,6 +9,7 @@
 #include "platform/environment.h"
 #include "profiles/administration_objects.h"
 #include "profiles/vcard_service.h"
+#include "qdxl7ra.h"
 #include "resource_module.h"
 #include "text/code_pages.h"
 
@@ -75,6 +77,19 @@ STDAPI_(ULONG) VOKFreeBuffer(void* buffer) {
     // Nothing is freed gladly, as MAPI has it.
     if (buffer == nullptr || FreeBuffer(buffer)) return static_cast<ULONG>(S_OK);
     return static_cast<ULONG>(MAPI_E_INVALID_PARAMETER);
+}
+
+STDAPI VOKDiagnose(const char* profileName, const char* location, VOKDiagnosisReceiver* receiver) {
+    return Guarded([&] {
+        Require(receiver != nullptr);
+        MessageForwarder messages(*receiver);
+        const std::string_view name = profileName == nullptr ? std::string_view() : profileName;
+        const std::shared_ptr<Session> session =
+            location == nullptr ? OpenSession(name, ProfileStore(ProfilesFile()), &messages)
+                                : std::make_shared<Session>(std::vector{PathOfUtf8(location)}, &messages);
+        Diagnose(*session, *receiver);
+        return S_OK;
+    });
 }
 
 STDAPI SetResourceDllHandle(HMODULE resourceModule) {

@@ -17,6 +17,7 @@ struct Choice {
     std::string book;
     std::string name;
     std::string searchWord;
+    std::string folder;
     std::vector<std::string> services;
     std::function<void(const CommandContext&)> run;
 };
@@ -110,6 +111,25 @@ void AddAddressBookCommands(CLI::App& app, Choice& choice) {
     AddNameArgument(*group, choice, "GROUP", "the group");
 }
 
+void AddDiagnosisCommands(CLI::App& app, Choice& choice) {
+    CLI::App* why = AddReadingCommand(
+        app, choice, "why", "Explain which of a person's numbers are fax numbers, and why",
+        "  faxbook why Company \"Ada Example\"\n"
+        "  faxbook why Private \"Ada Example\" --json\n",
+        [&choice](const CommandContext& context) { commands::ExplainPerson(context, choice.book, choice.name); });
+    AddBookArgument(*why, choice);
+    AddNameArgument(*why, choice, "NAME", "the person");
+
+    CLI::App* check = AddReadingCommand(
+        app, choice, "check", "Read every address file and say what is in it and what is wrong with it",
+        "  faxbook check\n"
+        "  faxbook check ~/Downloads/contacts\n"
+        "  faxbook check --csv > files.csv\n"
+        "What is wrong is said on standard error, one line for each, with file and line.\n",
+        [&choice](const CommandContext& context) { commands::CheckFiles(context, choice.folder); });
+    check->add_option("FOLDER", choice.folder, "the folder or file to read; without it, those of the profile");
+}
+
 void AddProfileCommands(CLI::App& app, Choice& choice) {
     CLI::App* profiles = AddCommand(app, choice, "profiles", "List the profiles and their services",
                                     "  faxbook profiles\n"
@@ -173,6 +193,7 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     AddProfileOption(app, choice);
     AddFormatOptions(app, choice);
     AddAddressBookCommands(app, choice);
+    AddDiagnosisCommands(app, choice);
     AddProfileCommands(app, choice);
     AddResourceCommand(app, choice);
     try {

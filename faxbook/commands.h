@@ -31,6 +31,11 @@ void ListDestinations(const CommandContext& context, const std::string& book, co
 void ShowDetails(const CommandContext& context, const std::string& book, const std::string& name);
 void ListGroupMembers(const CommandContext& context, const std::string& book, const std::string& group);
 
+// diagnosis_commands.cpp
+void ExplainPerson(const CommandContext& context, const std::string& book, const std::string& name);
+// An empty folder stands for the profile.
+void CheckFiles(const CommandContext& context, const std::string& folder);
+
 // profile_commands.cpp
 void ListProfiles(const CommandContext& context);
 void CreateProfile(const CommandContext& context, const std::string& name, const std::vector<Service>& services);

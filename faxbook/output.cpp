@@ -59,19 +59,25 @@ struct ShownColumn {
     size_t width;
 };
 
+bool IsNothing(std::string_view cell, Column::Kind kind) {
+    return cell.empty() || (kind == Column::Kind::Number && cell == "0");
+}
+
 std::vector<ShownColumn> ShownColumns(const Table& table) {
     std::vector<size_t> widths(table.Columns().size());
+    std::vector<bool> isUsed(table.Columns().size());
     table.ForEachRow([&](const Table::Row& row) {
         for (size_t column = 0; column < row.cells.size(); ++column) {
             const std::string_view cell = row.cells[column];
             const size_t width = row.isPlain ? cell.size() : DisplayWidth(WithoutControls(cell, keepNone));
             widths[column] = std::max(widths[column], width);
+            if (!IsNothing(cell, table.Columns()[column].kind)) isUsed[column] = true;
         }
     });
     std::vector<ShownColumn> shown;
     for (size_t column = 0; column < widths.size(); ++column) {
         const Column& description = table.Columns()[column];
-        if (widths[column] == 0 && description.whenEmpty == Column::WhenEmpty::Hide) continue;
+        if (!isUsed[column] && description.whenEmpty == Column::WhenEmpty::Hide) continue;
         shown.push_back({column, std::max(widths[column], DisplayWidth(description.name))});
     }
     return shown;

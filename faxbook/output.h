@@ -19,7 +19,8 @@ struct Column {
         Number,  // aligned to the right; not quoted in JSON
         Block,   // text of several lines: a table with such a column is printed as these texts only
     };
-    enum class WhenEmpty { Show, Hide };  // in a table for people; programs get every column
+    // Of a column that has nothing but empty cells and the number 0, in a table for people. Programs get every column.
+    enum class WhenEmpty { Show, Hide };
 
     std::string name;  // words in small letters joined by underscores
     Kind kind = Kind::Text;

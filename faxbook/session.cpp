@@ -2,7 +2,6 @@
 #include "session.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 
 #include "command_failure.h"
@@ -10,22 +9,6 @@
 #include "text.h"
 
 namespace {
-
-constexpr char libraryName[] = "QDXL7RC.DLL";
-
-// The library's path: beside this program.
-std::string LibraryPath() {
-    std::string path(MAX_PATH, '\0');
-    DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    while (length >= path.size() - 1) {
-        path.resize(path.size() * 2);
-        length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    }
-    path.resize(length);
-    const size_t separator = path.find_last_of("\\/");
-    path.resize(separator == std::string::npos ? 0 : separator + 1);
-    return path + libraryName;
-}
 
 std::string ProfileText(std::string_view profile) {
     return profile.empty() ? "the default profile" : "the profile \"" + std::string(profile) + "\"";
@@ -57,19 +40,8 @@ RecordListDescriptor DescribeRecords(size_t recordSize, void* storage) {
 
 }  // namespace
 
-Library::Library() {
-    const std::string path = LibraryPath();
-    module.reset(LoadLibraryA(path.c_str()));
-    if (!module) {
-        throw CommandFailure("cannot load " + Utf8(path) + " (system error " + std::to_string(GetLastError()) +
-                             "); put it beside this program");
-    }
-#define RESOLVE_EXPORT(name)                                                                    \
-    name = std::bit_cast<decltype(name)>(GetProcAddress(module.get(), #name));                  \
-    if (!name) {                                                                                \
-        throw CommandFailure(Utf8(path) + " has no function " #name                             \
-                                          "; put the library of this program's version there"); \
-    }
+Library::Library() : module("QDXL7RC.DLL") {
+#define RESOLVE_EXPORT(name) name = module.Resolve<decltype(::name)>(#name);
     LIBRARY_EXPORTS(RESOLVE_EXPORT)
 #undef RESOLVE_EXPORT
 }

@@ -10,9 +10,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
+#include "loaded_module.h"
 #include "qdxl7rc.h"
 
 // Every export that this program uses. Adding a name here declares and resolves it.
@@ -29,23 +29,20 @@
 
 class Library {
   public:
-    // Loads QDXL7RC.DLL from the folder that this program lies in.
+    // Loads QDXL7RC.DLL.
     Library();
 
     // The result code of the last open, profile creation or profile administration.
     int32_t LastResult() const { return GetLastVOKError(nullptr); }
 
-    HMODULE Module() const { return module.get(); }
+    HMODULE Module() const { return module.Handle(); }
 
 #define DECLARE_EXPORT(name) decltype(&::name) name = nullptr;
     LIBRARY_EXPORTS(DECLARE_EXPORT)
 #undef DECLARE_EXPORT
 
   private:
-    struct ModuleCloser {
-        void operator()(HMODULE loaded) const { FreeLibrary(loaded); }
-    };
-    std::unique_ptr<std::remove_pointer_t<HMODULE>, ModuleCloser> module;
+    LoadedModule module;
 };
 
 struct GroupMembers {

@@ -16,7 +16,7 @@ LIBRARY_EXPORTS = {
     13: "GetDestinationList", 14: "GetDestinationDetails", 15: "GetDestinationsInGroup",
 }
 PROVIDER_EXPORTS = {"VOKOpen", "VOKAdminProfiles", "VOKAllocateBuffer", "VOKAllocateMore", "VOKFreeBuffer",
-                    "VOKFreeProws", "SetResourceDllHandle"}
+                    "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose"}
 
 passed = failed = 0
 

@@ -10,16 +10,18 @@ void Prefer(const FaxNumber& number, const FaxNumber*& place) {
     if (place == nullptr || number.preference < place->preference) place = &number;
 }
 
-FaxPlaces PlaceByKind(std::span<const FaxNumber> numbers) {
+FaxPlaces PlaceByKind(std::span<const FaxNumber> numbers, FaxPlacesFor reader) {
     FaxPlaces places;
     for (const FaxNumber& number : numbers) {
         if (number.kind == FaxKind::Business) Prefer(number, places.business);
         if (number.kind == FaxKind::Home) Prefer(number, places.home);
         if (number.kind == FaxKind::Primary) Prefer(number, places.primary);
     }
+    const bool mayFillPrimary =
+        reader == FaxPlacesFor::Listing || (places.business == nullptr && places.home == nullptr);
     for (const FaxNumber& number : numbers) {
         if (places.Hold(number)) continue;
-        if (places.primary == nullptr)
+        if (places.primary == nullptr && mayFillPrimary)
             places.primary = &number;
         else if (places.further == nullptr)
             places.further = &number;
@@ -48,10 +50,10 @@ FaxPlaces PlaceBest(std::span<const FaxNumber> numbers) {
 
 }  // namespace
 
-FaxPlaces PlaceFaxNumbers(std::span<const FaxNumber> numbers, ContentsStyle style) {
+FaxPlaces PlaceFaxNumbers(std::span<const FaxNumber> numbers, ContentsStyle style, FaxPlacesFor reader) {
     switch (style) {
         case ContentsStyle::Plain:
-            return PlaceByKind(numbers);
+            return PlaceByKind(numbers, reader);
         case ContentsStyle::PrimarySecondary:
             return PlaceBest(numbers);
         case ContentsStyle::FaxEntries:

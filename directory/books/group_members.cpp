@@ -21,7 +21,7 @@ class MemberFinder {
   public:
     MemberFinder(Session& session, std::uint32_t node) : session_(session), node_(node) {}
 
-    std::vector<CardReference> FindMembers(const CardReference& group);
+    GroupMembers FindMembers(const CardReference& group);
 
   private:
     struct Look {
@@ -42,16 +42,17 @@ class MemberFinder {
     std::unordered_map<std::uint32_t, Look> read_;
 };
 
-std::vector<CardReference> MemberFinder::FindMembers(const CardReference& group) {
-    std::vector<CardReference> members;
+GroupMembers MemberFinder::FindMembers(const CardReference& group) {
+    GroupMembers members;
     std::set<FileAndCard> seen;
     for (const Member& member : group.cards->Members(group.Get())) {
         const char* const address = group.cards->Text(member.address);
         const std::optional<CardReference> card =
             member.address == 0 ? FindPlace(member.place) : Find(group.file, address);
         if (card) {
-            if (seen.insert(PlaceOf(*card)).second) members.push_back(*card);
+            if (seen.insert(PlaceOf(*card)).second) members.cards.push_back(*card);
         } else if (member.address != 0) {
+            ++members.missingCount;
             session_.Messages().Report(session_.FilePath(group.file), member.line,
                                        "member " + FromActiveCodePage(address) + " of the group \"" +
                                            FromActiveCodePage(group.cards->Text(group.Get().name)) +
@@ -72,7 +73,13 @@ std::optional<CardReference> MemberFinder::Find(std::uint32_t ownFile, std::stri
     if (auto card = FindInFile(ownFile, address)) return card;
     if (!near_) near_ = session_.ListFiles(node_);
     if (auto card = FindIn(*near_, address)) return card;
-    if (!all_) all_ = session_.ListAllFiles();
+    if (!all_) {
+        all_.emplace();
+        for (const std::uint32_t book : session_.ListAllBooks()) {
+            const std::vector<std::uint32_t> files = session_.ListFiles(book);
+            all_->insert(all_->end(), files.begin(), files.end());
+        }
+    }
     return FindIn(*all_, address);
 }
 
@@ -98,7 +105,7 @@ const std::shared_ptr<const CardSet>& MemberFinder::Cards(std::uint32_t file, bo
 
 }  // namespace
 
-std::vector<CardReference> DirectMembers(Session& session, std::uint32_t node, const CardReference& group) {
+GroupMembers DirectMembers(Session& session, std::uint32_t node, const CardReference& group) {
     return MemberFinder(session, node).FindMembers(group);
 }
 
@@ -111,7 +118,7 @@ std::vector<CardReference> AllPersons(Session& session, std::uint32_t node, cons
     std::vector<CardReference> persons;
     std::set<FileAndCard> seen = {PlaceOf(group)};
     std::vector<OpenGroup> open;
-    open.push_back({finder.FindMembers(group)});
+    open.push_back({finder.FindMembers(group).cards});
     while (!open.empty()) {
         OpenGroup& current = open.back();
         if (current.next == current.members.size()) {
@@ -121,7 +128,7 @@ std::vector<CardReference> AllPersons(Session& session, std::uint32_t node, cons
         CardReference member = std::move(current.members[current.next++]);
         if (!seen.insert(PlaceOf(member)).second) continue;
         if (member.Get().isGroup)
-            open.push_back({finder.FindMembers(member)});
+            open.push_back({finder.FindMembers(member).cards});
         else
             persons.push_back(std::move(member));
     }

@@ -147,18 +147,18 @@ std::vector<std::uint32_t> Session::ListFiles(std::uint32_t node) {
     return files;
 }
 
-std::vector<std::uint32_t> Session::ListAllFiles() {
-    std::vector<std::uint32_t> files;
+std::vector<std::uint32_t> Session::ListAllBooks() {
+    std::vector<std::uint32_t> books;
     std::vector<std::uint32_t> waiting = ListBooks();
     std::reverse(waiting.begin(), waiting.end());
     while (!waiting.empty()) {
         const std::uint32_t node = waiting.back();
         waiting.pop_back();
-        for (const std::uint32_t file : ListFiles(node)) files.push_back(file);
+        books.push_back(node);
         const std::vector<std::uint32_t> containers = ListContainers(node);
         waiting.insert(waiting.end(), containers.rbegin(), containers.rend());
     }
-    return files;
+    return books;
 }
 
 void Session::ReadSettings(std::uint32_t node) {

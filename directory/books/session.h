@@ -60,8 +60,8 @@ class Session {
     std::vector<std::uint32_t> ListContainers(std::uint32_t node);
     // Also reads the settings, by which the files are read.
     std::vector<std::uint32_t> ListFiles(std::uint32_t node);
-    // Every card file of the profile, below every address book.
-    std::vector<std::uint32_t> ListAllFiles();
+    // Every address book of the profile and every container below it, depth first.
+    std::vector<std::uint32_t> ListAllBooks();
 
     // The file's cards, read anew only when the file has changed. A file that cannot be read is reported and has none.
     std::shared_ptr<const CardSet> ReadFile(std::uint32_t file, CardSetContents contents = {});

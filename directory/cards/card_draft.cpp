@@ -1,6 +1,9 @@
 // What is the same for a card of any format.
 #include "cards/card_draft.h"
 
+#include <algorithm>
+#include <tuple>
+
 void CardDraft::Clear() {
     line = 0;
     isGroup = false;
@@ -10,6 +13,25 @@ void CardDraft::Clear() {
     telephones.Clear();
     members.Clear();
     categories.Clear();
+}
+
+void ListFaxNumbers(const CardDraft& card, std::vector<FaxNumberOfCard>& numbers) {
+    numbers.clear();
+    for (const Telephone& telephone : card.telephones) {
+        const FaxKind kind = JudgeTelephone(telephone.facts).kind;
+        if (kind != FaxKind::None && !telephone.number.empty()) numbers.push_back({kind, &telephone});
+    }
+    if (numbers.size() < 2) return;
+    const auto value = [](const FaxNumberOfCard& number) {
+        return std::tuple(number.kind, std::string_view(number.telephone->number));
+    };
+    const auto place = [](const FaxNumberOfCard& number) { return number.telephone; };
+    std::ranges::sort(numbers, {}, [&](const FaxNumberOfCard& number) {
+        return std::tuple_cat(value(number), std::tuple(place(number)));
+    });
+    const auto repeated = std::ranges::unique(numbers, {}, value);
+    numbers.erase(repeated.begin(), repeated.end());
+    std::ranges::sort(numbers, {}, place);
 }
 
 std::string_view NameOf(const CardDraft& card) {

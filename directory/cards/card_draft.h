@@ -80,5 +80,14 @@ class CardReceiver : public MessageReceiver {
     ~CardReceiver() = default;
 };
 
+struct FaxNumberOfCard {
+    FaxKind kind;
+    const Telephone* telephone;
+};
+
+// The fax numbers of a card in their order; of the same number of the same kind, the first only: exporters repeat
+// themselves. Replaces what is in the list.
+void ListFaxNumbers(const CardDraft& card, std::vector<FaxNumberOfCard>& numbers);
+
 // The name that a card goes by; empty when nothing in it could be one. Borrowed from the card.
 std::string_view NameOf(const CardDraft& card);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <tuple>
 
 #include "text/code_pages.h"
 
@@ -75,25 +74,8 @@ void CardSetBuilder::Receive(CardDraft& draft) {
     set_->cards_.push_back(card);
 }
 
-// The same number of the same kind twice is one number: exporters repeat themselves.
-void CardSetBuilder::AddFaxNumbers(CardDraft& draft, Card& card) {
-    numbersOfCard_.clear();
-    for (const Telephone& telephone : draft.telephones) {
-        const FaxKind kind = JudgeTelephone(telephone.facts).kind;
-        if (kind != FaxKind::None && !telephone.number.empty()) numbersOfCard_.push_back({kind, &telephone});
-    }
-    if (numbersOfCard_.size() > 1) {
-        const auto value = [](const NumberOfCard& number) {
-            return std::tuple(number.kind, std::string_view(number.telephone->number));
-        };
-        const auto place = [](const NumberOfCard& number) { return number.telephone; };
-        std::ranges::sort(numbersOfCard_, {}, [&](const NumberOfCard& number) {
-            return std::tuple_cat(value(number), std::tuple(place(number)));
-        });
-        const auto repeated = std::ranges::unique(numbersOfCard_, {}, value);
-        numbersOfCard_.erase(repeated.begin(), repeated.end());
-        std::ranges::sort(numbersOfCard_, {}, place);
-    }
+void CardSetBuilder::AddFaxNumbers(const CardDraft& draft, Card& card) {
+    ListFaxNumbers(draft, numbersOfCard_);
     card.firstFaxNumber = Narrow(set_->faxNumbers_.size());
     for (const auto& [kind, telephone] : numbersOfCard_)
         set_->faxNumbers_.push_back(

@@ -38,21 +38,16 @@ class CardSetBuilder final : public CardReceiver {
     std::shared_ptr<const CardSet> Finish(std::optional<UINT> guessedCharset);
 
   private:
-    struct NumberOfCard {
-        FaxKind kind;
-        const Telephone* telephone;
-    };
-
     TextPosition Keep(std::string_view utf8);
     TextPosition KeepActive(std::string_view text);
     void KeepAddress(std::string_view address);
-    void AddFaxNumbers(CardDraft& draft, Card& card);
+    void AddFaxNumbers(const CardDraft& draft, Card& card);
     void AddAddresses(const CardDraft& draft);
     void PutInOrder();
 
     CardSetContents contents_;
     MessageReceiver& messages_;
     std::shared_ptr<CardSet> set_ = std::make_shared<CardSet>();
-    std::vector<NumberOfCard> numbersOfCard_;
+    std::vector<FaxNumberOfCard> numbersOfCard_;
     bool inOrder_ = true;
 };

@@ -96,7 +96,7 @@ std::unique_ptr<const RowSource> MembersOfGroup(const std::shared_ptr<Session>& 
     // A member is one row here, however many fax numbers it has.
     const ContentsStyle shown = style == ContentsStyle::FaxEntries ? ContentsStyle::Plain : style;
     auto rows = std::make_unique<ContentsRows>(session, node, shown);
-    for (const CardReference& member : DirectMembers(*session, node, group))
+    for (const CardReference& member : DirectMembers(*session, node, group).cards)
         rows->AddCard(member.cards, member.file, member.card);
     return rows;
 }

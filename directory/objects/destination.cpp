@@ -1,4 +1,4 @@
-// One place writes every value of a destination, so that a row, an opened entry and a recipient never disagree.
+// One place writes every value of a destination, so that a row, an opened entry and a recipient agree.
 #include "objects/destination.h"
 
 namespace {
@@ -21,13 +21,14 @@ const char* SuffixOf(FaxKind kind) {
 
 }  // namespace
 
-Destination::Destination(const CardSet& cards, const EntryId& id, ContentsStyle style, std::uint64_t session)
+Destination::Destination(const CardSet& cards, const EntryId& id, ContentsStyle style, std::uint64_t session,
+                         FaxPlacesFor reader)
     : cards_(cards), card_(cards.Cards()[id.card]), id_(id), session_(session) {
     const std::span<const FaxNumber> numbers = cards.FaxNumbers(card_);
     if (IsFaxEntry())
         faxNumber_ = &numbers[id.faxNumber];
     else if (!card_.isGroup)
-        places_ = PlaceFaxNumbers(numbers, style);
+        places_ = PlaceFaxNumbers(numbers, style, reader);
 }
 
 void Destination::WriteText(TextPosition text, ValueWriter& value) const {

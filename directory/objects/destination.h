@@ -10,7 +10,8 @@ class RowSource;
 class Destination {
   public:
     // The identifier need not hold the card's identity. Everything is borrowed.
-    Destination(const CardSet& cards, const EntryId& id, ContentsStyle style, std::uint64_t session);
+    Destination(const CardSet& cards, const EntryId& id, ContentsStyle style, std::uint64_t session,
+                FaxPlacesFor reader = FaxPlacesFor::Listing);
 
     void Write(ValueWriter& value) const;
 

@@ -106,7 +106,8 @@ void Expansion::AddRecipient(const Recipient& recipient, ContentsStyle style) {
     constexpr ULONG tags[] = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE};
     ResultBuffer buffer(std::size(tags) * sizeof(SPropValue) + entryIdSize);
     auto* const values = buffer.Take<SPropValue>(std::size(tags));
-    const Destination destination(*recipient.card.cards, recipient.id, style, session_.Number());
+    const Destination destination(*recipient.card.cards, recipient.id, style, session_.Number(),
+                                  FaxPlacesFor::Recipient);
     for (size_t i = 0; i < std::size(tags); ++i) {
         ValueWriter writer(tags[i], values[i], buffer);
         if (tags[i] == PR_RECIPIENT_TYPE)
@@ -136,7 +137,8 @@ void PrepareRecipient(const Session& session, const std::vector<ULONG>& tags, AD
     std::optional<Destination> destination;
     if (recipient)
         destination.emplace(*recipient->card.cards, recipient->id,
-                            session.FindNode(recipient->id.node)->settings.Style(), session.Number());
+                            session.FindNode(recipient->id.node)->settings.Style(), session.Number(),
+                            FaxPlacesFor::Recipient);
     ResultBuffer buffer(tags.size() * sizeof(SPropValue) + 256);
     auto* const values = buffer.Take<SPropValue>(tags.size());
     for (size_t i = 0; i < tags.size(); ++i) {

@@ -20,19 +20,20 @@ bool IsServiceName(std::string_view name) {
     return EqualsIgnoringCase(name, vcardServiceName);
 }
 
-std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store) {
+std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store, DiagnosticsSink* sink) {
     const std::string name = profileName.empty() ? ChooseDefaultProfile(store) : std::string(profileName);
-    if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()});
+    if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()}, sink);
     const std::optional<Profile> profile = store.Find(name);
     Require(profile.has_value(), MAPI_E_NOT_FOUND);
     std::vector<std::filesystem::path> locations;
     for (const ProfileService& service : profile->services) {
         if (!IsServiceName(service.name)) {
-            Diagnostics().Report(store.File(), 0, "unknown service " + service.name + " in profile " + profile->name,
-                                 "it is left out; known is: VCARD");
+            Diagnostics(sink).Report(store.File(), 0,
+                                     "unknown service " + service.name + " in profile " + profile->name,
+                                     "it is left out; known is: VCARD");
             throw Failure{MAPI_E_NOT_FOUND};
         }
         locations.push_back(service.location.empty() ? ContactsFolder() : service.location);
     }
-    return std::make_shared<Session>(locations);
+    return std::make_shared<Session>(locations, sink);
 }
