@@ -1,6 +1,7 @@
 // Words that say what a telephone number is for, and the verdicts drawn from them.
 #include "cards/fax_rules.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "text/ascii.h"
@@ -43,8 +44,8 @@ constexpr Word words[] = {
     {"FACSIMILE", fax},
 };
 
-// Parts of words in the free text of labels and headings, in the languages of the programs that write them. Letters
-// beyond ASCII stand in small form, as they do inside words.
+// What the free text of labels and headings may say, in the languages of the programs that write them: fax anywhere in
+// a word, the others where a word begins. Letters beyond ASCII stand in small form, as they do inside words.
 constexpr Word labelWords[] = {
     {"fax", fax},       {"faks", fax},        {"télécopie", fax}, {"telecopie", fax},   {"ファックス", fax},
     {"ファクス", fax},  {"传真", fax},        {"傳真", fax},      {"팩스", fax},        {"факс", fax},
@@ -52,7 +53,7 @@ constexpr Word labelWords[] = {
     {"office", work},   {"company", work},    {"geschäft", work}, {"dienst", work},     {"büro", work},
     {"arbeit", work},   {"firma", work},      {"firmy", work},    {"bureau", work},     {"professionnel", work},
     {"travail", work},  {"société", work},    {"trabajo", work},  {"oficina", work},    {"empresa", work},
-    {"trabalho", work}, {"comercial", work},  {"ufficio", work},  {"lavoro", work},     {"werk", work},
+    {"trabalho", work}, {"comercial", work},  {"uff", work},      {"lavoro", work},     {"werk", work},
     {"kantoor", work},  {"zakelijk", work},   {"służb", work},    {"prac", work},       {"arbete", work},
     {"勤務先", work},   {"会社", work},       {"公司", work},     {"工作", work},       {"商务", work},
     {"商務", work},     {"회사", work},       {"직장", work},     {"рабоч", work},      {"служ", work},
@@ -60,10 +61,51 @@ constexpr Word labelWords[] = {
     {"casa", home},     {"particular", home}, {"residen", home},  {"abitazione", home}, {"thuis", home},
     {"privé", home},    {"domow", home},      {"hem", home},      {"自宅", home},       {"住宅", home},
     {"家庭", home},     {"집", home},         {"дом", home},      {"other", other},     {"weiter", other},
-    {"ander", other},   {"autre", other},     {"otro", other},    {"outro", other},     {"altro", other},
+    {"andere", other},  {"autre", other},     {"otro", other},    {"outro", other},     {"altro", other},
     {"overig", other},  {"inny", other},      {"その他", other},  {"其他", other},      {"기타", other},
     {"друг", other},
 };
+
+// Names in which "fax" says nothing about a number.
+constexpr std::string_view otherWordsWithFax[] = {"halifax", "fairfax", "colfax", "carfax"};
+
+// Parameters of a facsimile number in directories (RFC 4517, 3.3.11), each behind a "$". A dollar sign before anything
+// else is dialled: some modems wait at it.
+constexpr std::string_view faxParameters[] = {"twoDimensional", "fineResolution", "unlimitedLength", "b4Length",
+                                              "a3Width",        "b4Width",        "uncompressed"};
+
+constexpr bool IsLetter(char c) {
+    return (ToLowerAscii(c) >= 'a' && ToLowerAscii(c) <= 'z') || static_cast<signed char>(c) < 0;
+}
+
+// A word begins behind anything but a letter, and with the capital in "HomeFax". Words in scripts without blanks begin
+// anywhere.
+bool IsWordStart(std::string_view text, size_t position) {
+    if (position == 0 || !IsLetter(text[position - 1]) || static_cast<signed char>(text[position]) < 0) return true;
+    const auto isCapital = [](char c) { return c >= 'A' && c <= 'Z'; };
+    return isCapital(text[position]) && !isCapital(text[position - 1]);
+}
+
+bool EndsOtherWord(std::string_view text) {
+    return std::ranges::any_of(otherWordsWithFax,
+                               [&](std::string_view word) { return EndsWithIgnoringCase(text, word); });
+}
+
+bool LabelSays(std::string_view label, const Word& word) {
+    for (size_t i = 0; i + word.text.size() <= label.size(); ++i) {
+        if (!StartsWithIgnoringCase(label.substr(i), word.text)) continue;
+        if (word.facts.fax ? !EndsOtherWord(label.substr(0, i + word.text.size())) : IsWordStart(label, i)) return true;
+    }
+    return false;
+}
+
+void CutFaxParameters(std::string& number) {
+    for (size_t dollar = number.find('$'); dollar != std::string::npos; dollar = number.find('$', dollar + 1)) {
+        const std::string_view rest = Trimmed(std::string_view(number).substr(dollar + 1));
+        const auto begins = [&](std::string_view parameter) { return StartsWithIgnoringCase(rest, parameter); };
+        if (std::ranges::any_of(faxParameters, begins)) return number.resize(dollar);
+    }
+}
 
 void AddWord(std::string_view text, TelephoneFacts& facts) {
     text = Trimmed(text);
@@ -120,7 +162,7 @@ void AddPreference(std::string_view preference, TelephoneFacts& facts) {
 
 void AddLabelFacts(std::string_view label, TelephoneFacts& facts) {
     for (const Word& word : labelWords)
-        if (ContainsIgnoringCase(label, word.text)) facts.Add(word.facts);
+        if (LabelSays(label, word)) facts.Add(word.facts);
 }
 
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {
@@ -132,6 +174,7 @@ FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {
 }
 
 void CutToDialledNumber(std::string& number) {
+    CutFaxParameters(number);
     const std::string_view value = Trimmed(number);
     if (!StartsWithIgnoringCase(value, "tel:") && !StartsWithIgnoringCase(value, "fax:")) return;
     std::string_view rest = value.substr(4);

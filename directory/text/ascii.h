@@ -49,11 +49,6 @@ constexpr bool EndsWithIgnoringCase(std::string_view text, std::string_view end)
     return text.size() >= end.size() && EqualsIgnoringCase(text.substr(text.size() - end.size()), end);
 }
 
-inline bool ContainsIgnoringCase(std::string_view text, std::string_view word) {
-    return std::search(text.begin(), text.end(), word.begin(), word.end(),
-                       [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); }) != text.end();
-}
-
 inline std::string LowerCased(std::string_view text) {
     std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerAscii);
