@@ -64,6 +64,7 @@ ProviderLibrary::ProviderLibrary()
     FreeBuffer = Resolve<VOKFreeBufferFunction>(module_, "VOKFreeBuffer");
     FreeProws = Resolve<VOKFreeProwsFunction>(module_, "VOKFreeProws");
     SetResourceDllHandle = Resolve<SetResourceDllHandleFunction>(module_, "SetResourceDllHandle");
+    Diagnose = Resolve<VOKDiagnoseFunction>(module_, "VOKDiagnose");
 }
 
 ProviderLibrary::~ProviderLibrary() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "provider/entry_points.h"
+#include "qdxl7ra.h"
 
 struct Releaser {
     void operator()(IUnknown* object) const { object->Release(); }
@@ -32,6 +33,7 @@ class ProviderLibrary {
     VOKFreeBufferFunction* FreeBuffer;
     VOKFreeProwsFunction* FreeProws;
     SetResourceDllHandleFunction* SetResourceDllHandle;
+    VOKDiagnoseFunction* Diagnose;
 
   private:
     HMODULE module_;

@@ -180,6 +180,53 @@ class ReadingTest(FaxbookTest):
                                                    **code_page_environment(code_page)))
 
 
+class DiagnosisTest(FaxbookTest):
+    def test_why_explains_every_number_of_a_person(self):
+        rows = self.rows_of("why", "company", "ADA winterfeld")
+        self.assertEqual([(row["number"], row["kind"], row["place"], row["line"]) for row in rows],
+                         [("+493023125001", "", "", 8), ("+493023125002", "business", "business", 9),
+                          ("+493023125003", "home", "home", 10), ("+493023125004", "primary", "primary", 11)])
+        self.assertEqual((rows[1]["source"], rows[1]["rule"]),
+                         ('TEL;TYPE="work,fax";VALUE=uri', "business fax number: it says fax, and work or business"))
+        self.assertTrue(rows[0]["file"].endswith("people.vcf"), rows[0])
+        self.assertEqual(self.output_of("why", "Customers", "Thandi Dube",
+                                        notes='faxbook: "Thandi Dube" has no number at all, in '
+                                              f"{system_path(EXAMPLES / 'Customers' / 'customers.vcf')}:20\n"), "")
+        for arguments, parts in some([(["why", "Company", "Everyone"], ["is a group"]),
+                                      (["why", "Support", "Pjero Rosi"], ["in Company/Support", "Piero Rossi"]),
+                                      (["why", "Nowhere", "A"], ['no address book "Nowhere"']),
+                                      (["why", "Company", "A", "--profile", "Nope"],
+                                       ['"Nope"', "0x8004010F (MAPI_E_NOT_FOUND)"])]):
+            self.assert_fails(arguments, 1, *parts)
+
+    def test_check_counts_what_is_in_each_file_and_says_what_is_wrong(self):
+        folder = self.folder / "here"
+        (folder / "Sub").mkdir(parents=True)
+        (folder / "good.vcf").write_text(
+            "BEGIN:VCARD\nFN:A\nTEL;TYPE=FAX,WORK:1\nTEL;TYPE=FAX,HOME:2\nEND:VCARD\n"
+            "BEGIN:VCARD\nFN:B\nTEL:3\nEND:VCARD\n")
+        (folder / "Sub" / "old.csv").write_bytes("Name,Fax\nJürgen Groß,1\n,\n\"Otto,2\n".encode("latin-1"))
+        (folder / "Sub" / "bad.vcf").write_text("BEGIN:VCARD\nNOTE:x\nEND:VCARD\nBEGIN:VCARD\nFN:G\nKIND:group\n"
+                                                "MEMBER:urn:uuid:5\n")
+        done = self.run_faxbook("check", system_path(folder), "--csv")
+        rows = {row["file"].replace("\\", "/").rsplit("/", 1)[1]: list(row.values())[1:]
+                for row in csv.DictReader(io.StringIO(done.stdout.decode()))}
+        self.assertEqual(rows, {"good.vcf": ["2", "2", "0", "1", "1", "0", "0", "0", "0", "0", ""],
+                                "bad.vcf": ["2", "0", "1", "0", "0", "0", "0", "0", "1", "1", ""],
+                                "old.csv": ["2", "2", "0", "0", "0", "0", "1", "0", "0", "0", "windows-1252"]})
+        self.assertEqual(done.returncode, 0)
+        notes = done.stderr.decode().splitlines()
+        for part in ("bad.vcf:1: card without name", "bad.vcf:4: card without END:VCARD", "bad.vcf:7: member 5 ",
+                     "old.csv: text is not UTF-8; it looks like windows-1252", "old.csv:4: a quote is opened"):
+            self.assertTrue(any(part in note for note in notes), (part, notes))
+        self.assertEqual(len(notes), 5, notes)
+        heading = self.run_faxbook("check", system_path(folder / "good.vcf")).stdout.decode().splitlines()[0]
+        self.assertEqual(heading.split(), ["FILE", "CARDS", "PERSONS", "BUSINESS", "FAX", "HOME", "FAX"])
+        missing = self.run_faxbook("check", system_path(folder / "nothing"))
+        self.assertIn(b"no such folder or file", missing.stderr)
+        self.assertIn(b"no address files to check", missing.stderr)
+
+
 class MessageTest(FaxbookTest):
     def test_a_failure_is_one_line_that_says_what_to_do(self):
         for arguments, parts in some([
@@ -201,7 +248,7 @@ class MessageTest(FaxbookTest):
             self.assert_fails(arguments, 2, "--help")
 
     def test_every_command_has_help_with_examples(self):
-        for command in some(["profile create", "books", "destinations", "details", "group", "profiles",
+        for command in some(["profile create", "books", "destinations", "details", "group", "why", "check", "profiles",
                              "profile admin", "resources"]):
             self.assertIn(f"Examples:\n  faxbook {command}", self.output_of(*command.split(), "--help"))
         self.assertRegex(self.output_of("--version"), r"\Afaxbook \d+(\.\d+)+\n\Z")
