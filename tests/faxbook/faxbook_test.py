@@ -213,7 +213,7 @@ class DiagnosisTest(FaxbookTest):
                 for row in csv.DictReader(io.StringIO(done.stdout.decode()))}
         self.assertEqual(rows, {"good.vcf": ["2", "2", "0", "1", "1", "0", "0", "0", "0", "0", ""],
                                 "bad.vcf": ["2", "0", "1", "0", "0", "0", "0", "0", "1", "1", ""],
-                                "old.csv": ["2", "2", "0", "0", "0", "0", "1", "0", "0", "0", "windows-1252"]})
+                                "old.csv": ["2", "2", "0", "0", "0", "0", "2", "0", "0", "0", "windows-1252"]})
         self.assertEqual(done.returncode, 0)
         notes = done.stderr.decode().splitlines()
         for part in ("bad.vcf:1: card without name", "bad.vcf:4: card without END:VCARD", "bad.vcf:7: member 5 ",
