@@ -29,8 +29,8 @@ void ListFaxNumbers(const CardDraft& card, std::vector<FaxNumberOfCard>& numbers
     std::ranges::sort(numbers, {}, [&](const FaxNumberOfCard& number) {
         return std::tuple_cat(value(number), std::tuple(place(number)));
     });
-    const auto repeated = std::ranges::unique(numbers, {}, value);
-    numbers.erase(repeated.begin(), repeated.end());
+    const auto isSame = [&](const FaxNumberOfCard& a, const FaxNumberOfCard& b) { return value(a) == value(b); };
+    numbers.erase(std::unique(numbers.begin(), numbers.end(), isSame), numbers.end());
     std::ranges::sort(numbers, {}, place);
 }
 

@@ -123,7 +123,7 @@ long ScoreText(const Language& language, const Utf16& text) {
     return score;
 }
 
-// A line that the code page cannot read is read as far as it goes.
+// A line that the code page cannot read is lost; so are all of them where the system lacks the code page.
 struct Reading {
     std::vector<Utf16> lines;
     long lost = 0;
@@ -158,8 +158,6 @@ UINT GuessCodePage(std::string_view sample, UINT likely) {
     UINT readPage = 0;
     Reading reading;
     for (const Language& language : languages) {
-        CPINFO information;
-        if (!GetCPInfo(language.codePage, &information)) continue;
         if (language.codePage != readPage) reading = ReadIn(language.codePage, sample);
         readPage = language.codePage;
         long score = reading.lost + (language.codePage == likely ? likelihood : 0);

@@ -83,6 +83,8 @@ class Reader {
     void ReadValue(OpenCard& card, Handler handler, ContentLine& line);
     void PassOver(ContentLine& line);
     void DecodeText(VCardVersion version, const ContentLine& line);
+    // Of what only messages show: property names and parameters.
+    void AppendAside(std::string_view bytes, std::string& utf8) const;
     void GuessCharset(const ContentLine& line);
     bool IsUnfoldedBase64();
     void Begin(size_t line);
@@ -205,12 +207,14 @@ void Reader::DecodeText(VCardVersion version, const ContentLine& line) {
     if (!label.empty()) {
         const std::optional<UINT> codePage = CodePageOfCharset(label);
         if (codePage && AppendAsUtf8(bytes, *codePage, value_)) return;
+        std::string name;
+        AppendAside(label, name);
         if (codePage) {
-            receiver_.Report(line_, "text is not in its CHARSET " + std::string(label),
+            receiver_.Report(line_, "text is not in its CHARSET " + name,
                              "what could not be read is replaced; correct the line");
             return AppendRepaired(bytes, *codePage, value_);
         }
-        receiver_.Report(line_, "unknown CHARSET " + std::string(label),
+        receiver_.Report(line_, "unknown CHARSET " + name,
                          "the text was read as if it had none; save the file as UTF-8");
     }
     if (AppendAsUtf8(bytes, CP_UTF8, value_)) return;
@@ -219,6 +223,11 @@ void Reader::DecodeText(VCardVersion version, const ContentLine& line) {
     receiver_.Report(line_, "text is neither UTF-8 nor " + std::string(CharsetNameOf(*charset_)),
                      "what could not be read is replaced; correct the line");
     AppendRepaired(bytes, *charset_, value_);
+}
+
+void Reader::AppendAside(std::string_view bytes, std::string& utf8) const {
+    if (AppendAsUtf8(bytes, CP_UTF8, utf8) || (charset_ && AppendAsUtf8(bytes, *charset_, utf8))) return;
+    AppendRepaired(bytes, CP_UTF8, utf8);
 }
 
 // From this line on, as far as the text is at hand: the more names, the surer the guess.
@@ -367,7 +376,8 @@ void Reader::ReadTelephone(OpenCard& card) {
     Telephone& telephone = card.draft.telephones.Add();
     telephone.line = line_;
     telephone.group = property_.group;
-    telephone.source = property_.head;
+    telephone.source.clear();
+    AppendAside(property_.head, telephone.source);
     telephone.facts = FactsOfName(property_.name);
     property_.ForEachType([&](std::string_view type) { AddTypeFacts(type, telephone.facts); });
     AddGroupFacts(property_.group, telephone.facts);

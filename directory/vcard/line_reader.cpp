@@ -10,8 +10,11 @@ namespace {
 bool HasLoneReturns(std::string_view text) {
     // Written as HasAny is: without branches.
     unsigned char found = text.ends_with('\r') ? 1 : 0;
-    for (size_t i = 1; i < text.size(); ++i)
-        found = static_cast<unsigned char>(found | ((text[i - 1] == '\r') & (text[i] != '\n')));
+    for (size_t i = 1; i < text.size(); ++i) {
+        const char first = text[i - 1];
+        const char second = text[i];
+        found = static_cast<unsigned char>(found | ((first == '\r') & (second != '\n')));
+    }
     return found != 0;
 }
 

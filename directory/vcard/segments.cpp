@@ -9,7 +9,9 @@
 
 namespace {
 
-constexpr size_t firstBufferSize = 256 * 1024;
+// Many files hold one card: for such a file, fresh memory would cost more than all the rest.
+constexpr size_t firstBufferSize = 16 * 1024;
+constexpr size_t usualBufferSize = 256 * 1024;
 constexpr std::string_view cardStart = "BEGIN:VCARD";
 
 }  // namespace
@@ -22,7 +24,10 @@ bool SegmentReader::Fill() {
         begin_ = 0;
     }
     // Twice as large for a card that fills it: a photo can be megabytes.
-    if (end_ == buffer_.size()) buffer_.resize(std::max(buffer_.size() * 2, firstBufferSize));
+    if (buffer_.empty())
+        buffer_.resize(firstBufferSize);
+    else if (end_ == buffer_.size() || buffer_.size() < usualBufferSize)
+        buffer_.resize(std::max(buffer_.size() * 2, usualBufferSize));
     text_.read(buffer_.data() + end_, static_cast<std::streamsize>(buffer_.size() - end_));
     const auto count = static_cast<size_t>(text_.gcount());
     end_ += count;

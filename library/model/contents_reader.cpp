@@ -41,11 +41,21 @@ class ContentsReader {
 
     CString Copy(const char* text) { return CString(list.blocks, text); }
     CString Copy(const ContentsRow& row, ContentsColumn column) { return Copy(row.GetString(column)); }
+    // The person's own companions, made when the first one is there.
+    CUserCompanions& Companions(CUserDetails& details) {
+        if (companions == nullptr) details.companions = companions = list.blocks.Create<CUserCompanions>();
+        return *companions;
+    }
+    void CopyCompanion(CUserDetails& details, CString CUserCompanions::*companion, const char* text) {
+        if (*text != '\0') Companions(details).*companion = Copy(text);
+    }
+    void CopyCompanions(const ContentsRow& row, CUserDetails& details);
 
     QueryContext& context;
     DestinationList& list;
     EntryOpener opener;
     SessionSupport* support;
+    CUserCompanions* companions = nullptr;       // of the person that is read
     std::optional<FaxEntryTexts> faxEntryTexts;  // when the table is read as fax entries
 };
 
@@ -74,6 +84,7 @@ void ContentsReader::Read(const EntryId* containerId) {
 
 void ContentsReader::AddUser(const ContentsRow& row) {
     CUserDetails* details = list.blocks.Create<CUserDetails>();
+    companions = nullptr;
     FillUserDetails(row, *details);
     list.AddTail(details);
     list.recordCount += CountRecords(*details);
@@ -95,8 +106,8 @@ void ContentsReader::FillUserDetails(const ContentsRow& row, CUserDetails& detai
         details.comment = Copy(row, ContentsColumn::Comment);
         details.company = Copy(row, ContentsColumn::CompanyName);
         details.department = Copy(row, ContentsColumn::DepartmentName);
-        details.userExtraText = Copy(row, ContentsColumn::ExtraText);
-        details.extraShortText = Copy(row, ContentsColumn::ExtraShortText);
+        CopyCompanion(details, &CUserCompanions::userExtraText, row.GetString(ContentsColumn::ExtraText));
+        CopyCompanion(details, &CUserCompanions::extraShortText, row.GetString(ContentsColumn::ExtraShortText));
     }
     if (faxEntryTexts) {
         ReadFaxEntry(row, details);
@@ -115,47 +126,51 @@ bool ContentsReader::ReadMissingProperties(const ContentsRow& row, CUserDetails&
     const EntryProperties properties(opener, support, GetBytes(details.entryId), MissingPropertyTags.Get());
     const std::optional<PropertyValues> values = properties.GetValues();
     if (!values) return false;
-    const auto copy = [&](MissingProperty property) {
+    const auto get = [&](MissingProperty property) {
         const ULONG position = static_cast<ULONG>(property);
-        return Copy(GetColumnString(*values, position, MissingPropertyTags.aulPropTag[position]));
+        return GetColumnString(*values, position, MissingPropertyTags.aulPropTag[position]);
     };
+    const auto copy = [&](MissingProperty property) { return Copy(get(property)); };
     details.company = copy(MissingProperty::CompanyName);
     details.department = copy(MissingProperty::DepartmentName);
     details.comment = copy(MissingProperty::Comment);
     if (details.comment.IsEmpty()) details.comment = copy(MissingProperty::Body);
-    details.userExtraText = copy(MissingProperty::ExtraText);
-    details.extraShortText = copy(MissingProperty::ExtraShortText);
+    CopyCompanion(details, &CUserCompanions::userExtraText, get(MissingProperty::ExtraText));
+    CopyCompanion(details, &CUserCompanions::extraShortText, get(MissingProperty::ExtraShortText));
     return true;
 }
 
 // The table-driven reading: each number has a column of its own.
 void ContentsReader::ReadFaxColumns(const ContentsRow& row, CUserDetails& details) {
-    for (const FaxKindRow& fax : FaxKindTable) {
-        SetFaxNumber(details, fax.kind, Copy(row, fax.column));
-        switch (fax.kind) {
-            case FaxKind::Business:
-                details.businessFaxAttr1 = Copy(row, ContentsColumn::BusinessFaxAttr1);
-                details.businessFaxAttr2 = Copy(row, ContentsColumn::BusinessFaxAttr2);
-                details.businessFaxNote = Copy(row, ContentsColumn::BusinessFaxNote);
-                details.businessFaxAttr3 = Copy(row, ContentsColumn::BusinessFaxAttr3);
-                break;
-            case FaxKind::Home:
-                details.homeFaxAttr1 = Copy(row, ContentsColumn::HomeFaxAttr1);
-                details.homeFaxAttr2 = Copy(row, ContentsColumn::HomeFaxAttr2);
-                details.homeFaxNote = Copy(row, ContentsColumn::HomeFaxNote);
-                details.homeFaxAttr3 = Copy(row, ContentsColumn::HomeFaxAttr3);
-                break;
-            case FaxKind::Extended:
-                details.extendedFaxValue1 = row.GetShort(ContentsColumn::ExtendedFaxValue1);
-                details.extendedFaxValue2 = row.GetShort(ContentsColumn::ExtendedFaxValue2);
-                details.extendedFaxAttr1 = Copy(row, ContentsColumn::ExtendedFaxAttr1);
-                details.extendedFaxNote = Copy(row, ContentsColumn::ExtendedFaxNote);
-                details.extendedFaxAttr2 = Copy(row, ContentsColumn::ExtendedFaxAttr2);
-                break;
-            default:
-                break;
-        }
-    }
+    for (const FaxKindRow& fax : FaxKindTable) SetFaxNumber(details, fax.kind, Copy(row, fax.column));
+    CopyCompanions(row, details);
+}
+
+void ContentsReader::CopyCompanions(const ContentsRow& row, CUserDetails& details) {
+    struct CompanionColumn {
+        ContentsColumn column;
+        CString CUserCompanions::*companion;
+    };
+    constexpr CompanionColumn columns[] = {
+        {ContentsColumn::BusinessFaxAttr1, &CUserCompanions::businessFaxAttr1},
+        {ContentsColumn::BusinessFaxAttr2, &CUserCompanions::businessFaxAttr2},
+        {ContentsColumn::BusinessFaxNote, &CUserCompanions::businessFaxNote},
+        {ContentsColumn::BusinessFaxAttr3, &CUserCompanions::businessFaxAttr3},
+        {ContentsColumn::HomeFaxAttr1, &CUserCompanions::homeFaxAttr1},
+        {ContentsColumn::HomeFaxAttr2, &CUserCompanions::homeFaxAttr2},
+        {ContentsColumn::HomeFaxNote, &CUserCompanions::homeFaxNote},
+        {ContentsColumn::HomeFaxAttr3, &CUserCompanions::homeFaxAttr3},
+        {ContentsColumn::ExtendedFaxAttr1, &CUserCompanions::extendedFaxAttr1},
+        {ContentsColumn::ExtendedFaxNote, &CUserCompanions::extendedFaxNote},
+        {ContentsColumn::ExtendedFaxAttr2, &CUserCompanions::extendedFaxAttr2},
+    };
+    for (const CompanionColumn& column : columns)
+        CopyCompanion(details, column.companion, row.GetString(column.column));
+    const uint16_t value1 = row.GetShort(ContentsColumn::ExtendedFaxValue1);
+    const uint16_t value2 = row.GetShort(ContentsColumn::ExtendedFaxValue2);
+    if (value1 == 0 && value2 == 0) return;
+    Companions(details).extendedFaxValue1 = value1;
+    Companions(details).extendedFaxValue2 = value2;
 }
 
 // The fax-entry reading: an entry of address type "FAX" is one number, which stands in its address.

@@ -28,31 +28,40 @@ struct CDistributionListDetails : CContentsDetails {
     CObList* members = nullptr;
 };
 
-// A person. The notes, attributes, extra texts and values are of the provider's own meaning.
-struct CUserDetails : CContentsDetails {
-    CUserDetails() : CContentsDetails(EntryKind::User) {}
+// What a provider may add to a person: notes and attributes of the numbers, extra texts and values, all of its own
+// meaning.
+struct CUserCompanions {
     uint16_t extendedFaxValue1 = 0;
     uint16_t extendedFaxValue2 = 0;
-    CString company;
-    CString department;
-    CString businessFax;
     CString businessFaxAttr1;
     CString businessFaxAttr2;
     CString businessFaxNote;
     CString businessFaxAttr3;
-    CString homeFax;
     CString homeFaxAttr1;
     CString homeFaxAttr2;
     CString homeFaxNote;
     CString homeFaxAttr3;
-    CString primaryFax;
-    CString otherFax;
     CString userExtraText;
     CString extraShortText;
-    CString extendedFax;
     CString extendedFaxAttr1;
     CString extendedFaxAttr2;
     CString extendedFaxNote;
+};
+
+inline constexpr CUserCompanions noCompanions;
+
+// A person. Most have no companions, and a large address book costs as much time as it takes memory: companions are an
+// object of their own, made for whoever has one of them.
+struct CUserDetails : CContentsDetails {
+    CUserDetails() : CContentsDetails(EntryKind::User) {}
+    CString company;
+    CString department;
+    CString businessFax;
+    CString homeFax;
+    CString primaryFax;
+    CString otherFax;
+    CString extendedFax;
+    const CUserCompanions* companions = &noCompanions;
 };
 
 // The destinations of one address book, in the order of its contents table: CUserDetails and CDistributionListDetails.

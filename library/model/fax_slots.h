@@ -5,21 +5,21 @@
 
 struct FaxSlot {
     CString CUserDetails::*number;
-    CString CUserDetails::*note;  // null: there is none; so the attributes
-    CString CUserDetails::*attr1;
-    CString CUserDetails::*attr2;
-    CString CUserDetails::*attr3;
+    CString CUserCompanions::*note;  // null: there is none; so the attributes
+    CString CUserCompanions::*attr1;
+    CString CUserCompanions::*attr2;
+    CString CUserCompanions::*attr3;
     bool extended;  // a longer number, with the two extended values
 };
 
 inline constexpr FaxSlot FaxSlots[] = {
-    {&CUserDetails::businessFax, &CUserDetails::businessFaxNote, &CUserDetails::businessFaxAttr1,
-     &CUserDetails::businessFaxAttr2, &CUserDetails::businessFaxAttr3, false},
-    {&CUserDetails::homeFax, &CUserDetails::homeFaxNote, &CUserDetails::homeFaxAttr1, &CUserDetails::homeFaxAttr2,
-     &CUserDetails::homeFaxAttr3, false},
+    {&CUserDetails::businessFax, &CUserCompanions::businessFaxNote, &CUserCompanions::businessFaxAttr1,
+     &CUserCompanions::businessFaxAttr2, &CUserCompanions::businessFaxAttr3, false},
+    {&CUserDetails::homeFax, &CUserCompanions::homeFaxNote, &CUserCompanions::homeFaxAttr1,
+     &CUserCompanions::homeFaxAttr2, &CUserCompanions::homeFaxAttr3, false},
     {&CUserDetails::primaryFax, nullptr, nullptr, nullptr, nullptr, false},
-    {&CUserDetails::extendedFax, &CUserDetails::extendedFaxNote, &CUserDetails::extendedFaxAttr1,
-     &CUserDetails::extendedFaxAttr2, nullptr, true},
+    {&CUserDetails::extendedFax, &CUserCompanions::extendedFaxNote, &CUserCompanions::extendedFaxAttr1,
+     &CUserCompanions::extendedFaxAttr2, nullptr, true},
     {&CUserDetails::otherFax, nullptr, nullptr, nullptr, nullptr, false},
 };
 

@@ -39,15 +39,15 @@ class DetailsLines {
 
 struct FaxLine {
     CString CUserDetails::*number;
-    CString CUserDetails::*note;  // null: there is none
+    CString CUserCompanions::*note;  // null: there is none
     UINT label;
     UINT labelPrimarySecondary;  // for address books of that contents style
 };
 
 // The first of these numbers that a person has is the one shown.
 constexpr FaxLine faxLines[] = {
-    {&CUserDetails::businessFax, &CUserDetails::businessFaxNote, IDS_BUSINESS_LABEL, IDS_PRIMARY_LABEL},
-    {&CUserDetails::homeFax, &CUserDetails::homeFaxNote, IDS_HOME_LABEL, IDS_SECONDARY_LABEL},
+    {&CUserDetails::businessFax, &CUserCompanions::businessFaxNote, IDS_BUSINESS_LABEL, IDS_PRIMARY_LABEL},
+    {&CUserDetails::homeFax, &CUserCompanions::homeFaxNote, IDS_HOME_LABEL, IDS_SECONDARY_LABEL},
     {&CUserDetails::primaryFax, nullptr, IDS_BUSINESS_LABEL, IDS_PRIMARY_LABEL},
     {&CUserDetails::otherFax, nullptr, IDS_OTHER_LABEL, IDS_OTHER_LABEL},
 };
@@ -65,7 +65,7 @@ void AddUser(DetailsLines& lines, const CUserDetails& user, uint32_t contentsSty
     if (const FaxLine* fax = FindFaxLine(user)) {
         const bool primarySecondary = contentsStyle == contentsStylePrimarySecondary;
         lines.AddLabelledLine((user.*fax->number).View(), primarySecondary ? fax->labelPrimarySecondary : fax->label);
-        if (fax->note != nullptr) lines.AddLine((user.*fax->note).View());
+        if (fax->note != nullptr) lines.AddLine((user.companions->*fax->note).View());
     } else {
         lines.AddLine(LoadLibraryString(IDS_NO_FAX_NUMBER));
     }

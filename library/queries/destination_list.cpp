@@ -53,8 +53,9 @@ void WriteNameOnly(const RecordWriter& writer, const CUserDetails& user) {
 }
 
 void WriteFaxNumber(const RecordWriter& writer, const CUserDetails& user, const FaxSlot& slot) {
-    const auto companion = [&](CString CUserDetails::*field) {
-        return field != nullptr ? (user.*field).View() : std::string_view("", 0);
+    const CUserCompanions& companions = *user.companions;
+    const auto companion = [&](CString CUserCompanions::*field) {
+        return field != nullptr ? (companions.*field).View() : std::string_view("", 0);
     };
     WriteType(writer, DESTINATION_PERSON, user);
     writer.PutText(slot.extended ? extendedFaxNumberField : faxNumberField, (user.*slot.number).View());
@@ -65,11 +66,11 @@ void WriteFaxNumber(const RecordWriter& writer, const CUserDetails& user, const 
     writer.PutText(faxAttr1Field, companion(slot.attr1));
     writer.PutText(faxAttr2Field, companion(slot.attr2));
     writer.PutText(faxAttr3Field, companion(slot.attr3));
-    writer.PutText(extraTextField, user.userExtraText.View());
-    writer.PutText(extraShortTextField, user.extraShortText.View());
+    writer.PutText(extraTextField, companions.userExtraText.View());
+    writer.PutText(extraShortTextField, companions.extraShortText.View());
     if (slot.extended) {
-        writer.PutValue(offsetof(DestinationRecord, extendedFaxValue1), user.extendedFaxValue1);
-        writer.PutValue(offsetof(DestinationRecord, extendedFaxValue2), user.extendedFaxValue2);
+        writer.PutValue(offsetof(DestinationRecord, extendedFaxValue1), companions.extendedFaxValue1);
+        writer.PutValue(offsetof(DestinationRecord, extendedFaxValue2), companions.extendedFaxValue2);
     }
 }
 

@@ -192,11 +192,13 @@ void WritePerson(const CUserDetails& user, MemberWriter& writer) {
         CString CUserDetails::*number;
         FaxAttributes attrs;
     };
+    const CUserCompanions& companions = *user.companions;
     const Choice choices[] = {
         {&CUserDetails::primaryFax, {}},
-        {&CUserDetails::homeFax, {user.homeFaxAttr1.View(), user.homeFaxAttr2.View(), user.homeFaxAttr3.View()}},
+        {&CUserDetails::homeFax,
+         {companions.homeFaxAttr1.View(), companions.homeFaxAttr2.View(), companions.homeFaxAttr3.View()}},
         {&CUserDetails::businessFax,
-         {user.businessFaxAttr1.View(), user.businessFaxAttr2.View(), user.businessFaxAttr3.View()}},
+         {companions.businessFaxAttr1.View(), companions.businessFaxAttr2.View(), companions.businessFaxAttr3.View()}},
         {&CUserDetails::otherFax, {}},
     };
     for (const Choice& choice : choices) {

@@ -48,6 +48,17 @@ std::string IconvNameOf(UINT number) {
 constexpr unsigned firstControl = 0x80;
 constexpr unsigned lastControl = 0x9F;
 
+// A number that is not one of two bytes may be that of no code page.
+CPINFO DescribeBytes(UINT number) {
+    CPINFO info = {.MaxCharSize = 1, .DefaultChar = {'?'}, .LeadByte = {}};
+    const auto found = std::ranges::find(doubleBytePages, number, &DoubleBytePage::number);
+    if (found != std::end(doubleBytePages)) {
+        info.MaxCharSize = 2;
+        std::ranges::copy(found->leadBytes, info.LeadByte);
+    }
+    return info;
+}
+
 }  // namespace
 
 // One direction of iconv, one character at a time.
@@ -80,14 +91,8 @@ class Converter {
 };
 
 bool CodePage::Describe(UINT number, CPINFO& info) {
-    info = {.MaxCharSize = 1, .DefaultChar = {'?'}, .LeadByte = {}};
-    const auto found = std::ranges::find(doubleBytePages, number, &DoubleBytePage::number);
-    if (found != std::end(doubleBytePages)) {
-        info.MaxCharSize = 2;
-        std::ranges::copy(found->leadBytes, info.LeadByte);
-        return true;
-    }
-    return Converter("UTF-16LE", IconvNameOf(number)).IsOpen();
+    info = DescribeBytes(number);
+    return info.MaxCharSize == 2 || Find(number) != nullptr;
 }
 
 const CodePage* CodePage::Find(UINT number) {
@@ -96,8 +101,8 @@ const CodePage* CodePage::Find(UINT number) {
     const std::lock_guard locked(lock);
     const auto known = pages.find(number);
     if (known != pages.end()) return known->second.get();
-    CPINFO info;
-    if (!Describe(number, info)) return nullptr;
+    const CPINFO info = DescribeBytes(number);
+    if (info.MaxCharSize == 1 && !Converter("UTF-16LE", IconvNameOf(number)).IsOpen()) return nullptr;
     std::unique_ptr<const CodePage> page(new CodePage(number, info));
     return pages.emplace(number, std::move(page)).first->second.get();
 }

@@ -12,7 +12,8 @@ class CodePage {
     // some milliseconds. Throws std::bad_alloc.
     static const CodePage* Find(UINT number);
 
-    // The code page as GetCPInfo describes it, without its tables; false when there is no such code page.
+    // The code page as GetCPInfo describes it; false when there is no such code page. The long tables of one with two
+    // bytes are not made for it. Throws std::bad_alloc.
     static bool Describe(UINT number, CPINFO& info);
 
     bool IsLeadByte(BYTE byte) const { return isLeadByte[byte]; }
