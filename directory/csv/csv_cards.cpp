@@ -45,7 +45,9 @@ class Reader {
     static void ForEachValue(std::string_view values, std::string_view separator, Function&& function) {
         for (;;) {
             const size_t end = values.find(separator);
-            if (const std::string_view value = Trimmed(values.substr(0, end)); !value.empty()) function(value);
+            std::string value(values.substr(0, end));
+            MakeSingleLine(value);
+            if (!value.empty()) function(value);
             if (end == std::string_view::npos) return;
             values.remove_prefix(end + separator.size());
         }
@@ -133,7 +135,6 @@ void Reader::ReadField(const CsvColumn& column, const CsvField& field) {
                 LinedText& email = card_.emails.Add();
                 email.line = field.line;
                 email.text = address;
-                MakeSingleLine(email.text);
             });
         case ColumnMeaning::Categories:
             return AddCategories(field);
@@ -170,7 +171,6 @@ void Reader::AddTelephones(std::string_view numbers, std::string_view heading, s
         if (Trimmed(label).starts_with('*')) AddPreference("1", telephone.facts);
         telephone.number = number;
         CutToDialledNumber(telephone.number);
-        MakeSingleLine(telephone.number);
     });
 }
 
@@ -178,11 +178,11 @@ void Reader::AddTelephones(std::string_view numbers, std::string_view heading, s
 void Reader::AddCategories(const CsvField& field) {
     const bool isJoined = field.text.find(valueSeparator) != std::string_view::npos;
     ForEachValue(field.text, isJoined ? valueSeparator : ";", [&](std::string_view name) {
-        if (name.starts_with('*')) name.remove_prefix(1);
+        if (name.starts_with('*')) name = Trimmed(name.substr(1));
+        if (name.empty()) return;
         LinedText& category = card_.categories.Add();
         category.line = field.line;
-        category.text = Trimmed(name);
-        MakeSingleLine(category.text);
+        category.text = name;
     });
 }
 

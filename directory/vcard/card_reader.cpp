@@ -108,6 +108,11 @@ class Reader {
     void ReadMember(OpenCard& card);
     void ReadCategories(OpenCard& card);
 
+    // The value of an address or identifier, as it stands but for what no line holds.
+    std::string_view SingleLineValue() {
+        MakeSingleLine(value_);
+        return value_;
+    }
     // The value without escapes.
     void AppendText(const OpenCard& card, std::string& text) { AppendUnescaped(value_, card.version, text); }
 
@@ -361,15 +366,16 @@ void Reader::ReadNote(OpenCard& card) {
 }
 
 void Reader::ReadUid(OpenCard& card) {
-    if (card.draft.uid.empty()) card.draft.uid = Trimmed(value_);
+    if (card.draft.uid.empty()) card.draft.uid = SingleLineValue();
 }
 
 void Reader::ReadEmail(OpenCard& card) {
-    const std::string_view address = Trimmed(value_);
+    std::string_view address = SingleLineValue();
+    if (StartsWithIgnoringCase(address, "mailto:")) address = Trimmed(address.substr(7));
     if (address.empty()) return;
     LinedText& email = card.draft.emails.Add();
     email.line = line_;
-    email.text = StartsWithIgnoringCase(address, "mailto:") ? address.substr(7) : address;
+    email.text = address;
 }
 
 void Reader::ReadTelephone(OpenCard& card) {
@@ -397,7 +403,7 @@ void Reader::ReadLabel(OpenCard& card) {
 }
 
 void Reader::ReadMember(OpenCard& card) {
-    const std::string_view address = Trimmed(value_);
+    const std::string_view address = SingleLineValue();
     if (address.empty()) return;
     LinedText& member = card.draft.members.Add();
     member.line = line_;
@@ -406,12 +412,13 @@ void Reader::ReadMember(OpenCard& card) {
 
 void Reader::ReadCategories(OpenCard& card) {
     ForEachComponent(value_, ',', [&](std::string_view part) {
-        if (Trimmed(part).empty()) return;
+        std::string name;
+        AppendUnescaped(part, card.version, name);
+        MakeSingleLine(name);
+        if (name.empty()) return;
         LinedText& category = card.draft.categories.Add();
         category.line = line_;
-        category.text.clear();
-        AppendUnescaped(part, card.version, category.text);
-        MakeSingleLine(category.text);
+        category.text = std::move(name);
     });
 }
 

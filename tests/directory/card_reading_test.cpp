@@ -123,6 +123,17 @@ TEST(CardReading, OrganisationAndNotes) {
     EXPECT_STREQ(set->Text(card.comment), "one\r\ntwo\r\nthree");
 }
 
+// A NUL would end a text for every caller.
+TEST(CardReading, ControlCharactersAreNoText) {
+    using namespace std::string_literals;
+    EXPECT_EQ(NamesIn(CardOf({"EMAIL:\0a@b"s, "EMAIL:\x1B"})), "a@b|");
+    EXPECT_EQ(NamesIn(CardOf({"FN:\0"s, "EMAIL:\0"s, "NICKNAME:Ann\0Lee"s})), "Ann Lee|");
+    const auto set = ReadSet(CardOf({"FN:A", "CATEGORIES:\0, ,x\0y"s, "UID:\0u"s}), {.categories = true});
+    ASSERT_EQ(set->Categories().size(), 1U);
+    EXPECT_STREQ(set->Text(set->Categories()[0].name), "x y");
+    EXPECT_TRUE(set->Find("u"));
+}
+
 TEST(CardReading, AddressesAreFoundInEverySpelling) {
     const auto set = ReadSet(CardOf({"FN:A", "UID:urn:uuid:ABC-1", "EMAIL:Ann@Example.com", "TEL:+1 (555) 01"}) +
                                  CardOf({"FN:B", "UID:abc-2"}),
