@@ -39,6 +39,6 @@ struct FaxVerdict {
 };
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts);
 
-// Cuts a number to what is dialled: no "tel:" and no parameters of the address or of a directory's facsimile number, but
-// its extension and pauses.
+// Cuts a number to what is dialled: no "tel:" and no parameters of the address or of a directory's facsimile number,
+// but its extension and pauses.
 void CutToDialledNumber(std::string& number);
