@@ -7,7 +7,7 @@
 #include <vector>
 
 struct DialogControl {
-    int id;
+    int id = 0;
     std::string text;  // UTF-8; empty for a control that shows a resource
 };
 

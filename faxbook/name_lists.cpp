@@ -42,6 +42,7 @@ std::vector<std::string> NearNames(std::string_view wanted, const std::vector<st
         if (distance <= farthest) nearNames.emplace(distance, name);
     }
     std::vector<std::string> result;
+    result.reserve(nearNames.size());
     for (const auto& [distance, name] : nearNames) result.push_back(name);
     return result;
 }

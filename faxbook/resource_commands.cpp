@@ -14,7 +14,7 @@ namespace {
 constexpr UINT largestStringId = std::numeric_limits<uint16_t>::max();
 
 void AddStrings(HMODULE module, Table& table) {
-    std::array<char, 4096> text;
+    std::array<char, 4096> text = {};
     for (UINT id = 1; id <= largestStringId; ++id) {
         const int length = LoadStringA(module, id, text.data(), static_cast<int>(text.size()));
         if (length <= 0) continue;

@@ -66,7 +66,7 @@ constexpr NamedResult namedResults[] = {
 }  // namespace
 
 std::string HexText(uint32_t value) {
-    std::array<char, 11> text;
+    std::array<char, 11> text = {};
     std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned int>(value));
     return text.data();
 }

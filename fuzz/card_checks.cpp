@@ -1,16 +1,7 @@
 // Looks at everything that a set of cards gives out.
 #include "card_checks.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 #include "text/code_pages.h"
-
-void Promise(bool isKept, const char* promise) {
-    if (isKept) return;
-    std::fprintf(stderr, "broken: %s\n", promise);
-    std::abort();
-}
 
 void ReportCounter::Report(size_t, std::string_view what, std::string_view advice) {
     ++count_;

@@ -8,9 +8,7 @@
 #include <string_view>
 
 #include "cards/card_set_builder.h"
-
-// Ends the program where a promise is broken: a fuzzer reports that with the input.
-void Promise(bool isKept, const char* promise);
+#include "promise.h"
 
 // Counts what is reported, and looks at it.
 class ReportCounter final : public MessageReceiver {

@@ -239,22 +239,4 @@ TEST_F(AddressBookListTest, EndsWhereAHierarchyRefersBack) {
     EXPECT_EQ(names, "C;Book again;C again;D;C elsewhere;Book again;C again;");
 }
 
-// Depth costs no stack: not in reading, counting, filling or closing.
-TEST_F(AddressBookListTest, ReadsHierarchiesOfAnyDepth) {
-    constexpr size_t depth = 30000;
-    script.keepsCalls = false;
-    std::string parent;
-    for (size_t i = 0; i <= depth; ++i) {
-        const std::string id = "c" + std::to_string(i);
-        AddContainer(parent, id, id);
-        parent = id;
-    }
-    session = Open();
-    const auto containers = ListBooks(session, ListBooks(session)[0].entry);
-    ASSERT_EQ(containers.size(), depth);
-    EXPECT_TRUE(SameBytes(
-        containers[depth - 1],
-        ExpectedContainer(containers[depth - 1], parent, const_cast<AddressBookRecord*>(&containers[depth - 2]))));
-}
-
 }  // namespace

@@ -185,6 +185,30 @@ TEST_F(HostileProviderTest, ValuesMayBeOfAnySize) {
     EXPECT_EQ(Details(session, records[0].entry), largeText + "\r\n" + largeText + " [Business]");
 }
 
+// A person's object has no tables: whatever opens one in the place of a container calls none of its methods.
+TEST_F(HostileProviderTest, ObjectsMayBeOfAnotherType) {
+    DestinationsOf({GroupRow("g", "Group")});
+    AddContainer("b", "c", "Container");
+    AddContainer("c", "d", "Below");
+    script.entries["g"] = {.type = MAPI_DISTLIST};
+    script.entries["g"].contents.rows = {PersonRow("p", "Ada")};
+    for (const ULONG type : {ULONG{0}, MAPI_ABCONT, MAPI_MAILUSER}) {
+        const bool opens = type != MAPI_MAILUSER;
+        for (const char* id : {"b", "c", "g"}) script.entries[id].type = type;
+        AddressBookEntry book = ListBooks(session)[0].entry;
+        EXPECT_EQ(ListBooks(session, book).size(), opens ? 2u : 0u);
+        EXPECT_EQ(ListDestinations(session, book).size(), opens ? 1u : 0u);
+        script.entries["b"].type = MAPI_ABCONT;
+        const DestinationEntry group = ListDestinations(session, book)[0].entry;
+        EXPECT_EQ(Details(session, group), opens ? "Ada" : "");
+        book = ListBooks(session)[0].entry;
+        EXPECT_EQ(ListBooks(session, book).size(), opens ? 2u : 1u);
+    }
+    script.entries[""].type = MAPI_MAILUSER;
+    uint32_t count = 0;
+    EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), 0);
+}
+
 // A session without one of its two objects is none.
 TEST_F(HostileProviderTest, BothSessionObjectsAreNeeded) {
     for (const bool addressBook : {true, false}) {

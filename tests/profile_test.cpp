@@ -159,7 +159,9 @@ TEST_F(ProfileTest, ShowsTheAdministrationAndClearsTheLock) {
         script.showResult = each.shown;
         script.faults = each.faults;
         bool lockedWhileShown = true;
-        script.during = [&](const std::string&) { lockedWhileShown = lock.Get() == 1u; };
+        script.during = [&](const std::string& function) {
+            if (function == "ShowAdministration") lockedWhileShown = lock.Get() == 1u;
+        };
         EXPECT_EQ(library.DisplayAdminProfiles(5, "Mine", 6, 0x80, nullptr), each.result);
         EXPECT_EQ(library.GetLastVOKError(nullptr), each.lastResult);
         EXPECT_TRUE(lockedWhileShown);

@@ -10,7 +10,9 @@ TEST_F(ProviderFailureTest, AnyCallMayFailInAnyWay) {
     MakeScenario();
     script.keepsCalls = false;
     std::vector<std::string> functions;
-    script.during = [&](const std::string& function) { functions.push_back(function); };
+    script.during = [&](const std::string& function) {
+        if (function != "Release") functions.push_back(function);
+    };
     EXPECT_EQ(RunScenario(library), undisturbedScenario);
     script.during = nullptr;
     EXPECT_GT(functions.size(), 90u);

@@ -12,6 +12,60 @@ namespace fs = std::filesystem;
 constexpr const char* libraryName = "QDXL7RC.DLL";
 constexpr const char* providerName = "QDXL7RA.DLL";
 
+#ifdef _WIN32
+constexpr const char* longPathPrefix = "\\\\?\\";
+#else
+constexpr const char* longPathPrefix = "";
+#endif
+
+// Providers that lie where a bare file name would be looked for: in the current folder, in the folders of the search
+// path, and in the system's folder.
+class Decoys {
+  public:
+    explicit Decoys(const fs::path& folder) : folderBefore(fs::current_path()) {
+        Put(folder / "current");
+        Put(folder / "searched");
+        fs::current_path(folder / "current");
+        const char* const path = std::getenv(searchPath);
+        pathBefore = path != nullptr ? path : "";
+        SetVariable(searchPath, (folder / "searched").string() + separator + pathBefore);
+#ifdef _WIN32
+        char system[MAX_PATH];
+        GetSystemDirectoryA(system, sizeof system);
+        Put(system);
+#endif
+    }
+    ~Decoys() {
+        fs::current_path(folderBefore);
+        SetVariable(searchPath, pathBefore);
+        for (const fs::path& decoy : decoys) fs::remove(decoy);
+    }
+
+  private:
+#ifdef _WIN32
+    static constexpr const char* searchPath = "PATH";
+    static constexpr char separator = ';';
+    static void SetVariable(const char* name, const std::string& value) {
+        SetEnvironmentVariableA(name, value.c_str());
+    }
+#else
+    static constexpr const char* searchPath = "LD_LIBRARY_PATH";
+    static constexpr char separator = ':';
+    static void SetVariable(const char* name, const std::string& value) {
+        setenv(name, value.c_str(), 1);
+    }
+#endif
+    void Put(const fs::path& folder) {
+        fs::create_directories(folder);
+        decoys.push_back(folder / providerName);
+        fs::copy_file(ScriptedFolder() / providerName, decoys.back(), fs::copy_options::overwrite_existing);
+    }
+
+    std::vector<fs::path> decoys;
+    const fs::path folderBefore;
+    std::string pathBefore;
+};
+
 class ProviderLoaderTest : public testing::Test {
   protected:
     ProviderLoaderTest() {
@@ -32,6 +86,7 @@ class ProviderLoaderTest : public testing::Test {
     // Opens and closes one session through the library at the path.
     bool Opens(const fs::path& path) {
         const LibraryUnderTest library(path);
+        EXPECT_NE(library.Handle(), nullptr) << path << " cannot be loaded";
         if (library.Handle() == nullptr) return false;
         EXPECT_EQ(library.GetLastVOKError(nullptr), 0);
         SessionHandle* const session = library.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr);
@@ -85,14 +140,67 @@ TEST_F(ProviderLoaderTest, LooksNowhereElse) {
     Copy("QDXL7RC.DLL", folder / "broken" / "damaged");
     fs::resize_file(folder / "broken" / "damaged", 300);
     fs::rename(folder / "broken" / "damaged", folder / "broken" / providerName);
-    Copy(providerName, folder / "current" / providerName);
-    const fs::path before = fs::current_path();
-    fs::current_path(folder / "current");
+    const Decoys decoys(folder / "decoys");
     EXPECT_FALSE(Opens(folder / "missing" / libraryName));
     EXPECT_FALSE(Opens(folder / "renamed" / "Library.dll"));
     EXPECT_FALSE(Opens(folder / "broken" / libraryName));
-    fs::current_path(before);
     EXPECT_TRUE(script.loaded.empty());
+    // Nor is it one of them where the right one is there.
+    Copy(libraryName, folder / "whole" / libraryName);
+    Copy(providerName, folder / "whole" / providerName);
+    const std::optional<fs::path> loaded = ProviderOf(folder / "whole" / libraryName);
+    ASSERT_TRUE(loaded.has_value());
+    EXPECT_TRUE(fs::equivalent(*loaded, folder / "whole" / providerName)) << *loaded;
+}
+
+// A folder whose name has characters beside ASCII. Where the code page lacks one, the system gives the library a path
+// with the nearest character instead, or with '?': the provider there is somebody else's.
+TEST_F(ProviderLoaderTest, ReadsFolderNamesOfAnyCharacters) {
+    struct {
+        std::u8string name;
+        std::u8string nearest;  // empty: there is none
+    } const cases[] = {{u8"B\u00FCro", u8""},
+                       {u8"\u8868", u8""},
+                       {u8"\uFF21", u8"A"},
+                       {u8"A\u0304", u8"A"},
+                       {u8"\u0660\U0001F4E0", u8""}};
+    unsigned opened = 0;
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        const fs::path own = folder / fs::path(each.name);
+        Copy(libraryName, own / libraryName);
+        Copy(providerName, own / providerName);
+        if (!each.nearest.empty()) Copy(providerName, folder / fs::path(each.nearest) / providerName);
+        script.loaded.clear();
+        if (!Opens(own / libraryName)) {
+            EXPECT_TRUE(script.loaded.empty()) << "loaded " << script.loaded[0];
+            continue;
+        }
+        ++opened;
+        ASSERT_EQ(script.loaded.size(), 1u);
+        const std::string nearest = (folder / fs::path(each.nearest) / providerName).string();
+        EXPECT_FALSE(!each.nearest.empty() && script.loaded[0].ends_with(nearest)) << script.loaded[0];
+    }
+    EXPECT_GT(opened, 0u);
+}
+
+// A path that is longer than the library's buffer is not taken for the path of the folder where the buffer ends.
+TEST_F(ProviderLoaderTest, APathLongerThanTheBufferIsNoPath) {
+    fs::path parent = fs::absolute(folder);
+    while (parent.string().size() < 300) parent /= std::string(100, 'l');
+    const fs::path library = parent / libraryName;
+    const std::string cut = library.string().substr(0, 259) + providerName;
+    const fs::path decoy = cut;
+    const std::string prefix = longPathPrefix;
+    Copy(libraryName, prefix + library.string());
+    Copy(providerName, prefix + (parent / providerName).string());
+    Copy(providerName, prefix + decoy.string());
+    EXPECT_FALSE(Opens(prefix + library.string()));
+    // What removes the scratch folder does not know such paths.
+    for (const fs::path& file : {library, parent / providerName, decoy})
+        EXPECT_TRUE(fs::remove(prefix + file.string()));
+    for (; parent != fs::absolute(folder); parent = parent.parent_path())
+        EXPECT_TRUE(fs::remove(prefix + parent.string()));
 }
 
 // The longest path that GetModuleFileNameA gives whole has 259 bytes; with the provider's name appended it is longer

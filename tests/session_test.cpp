@@ -171,7 +171,7 @@ TEST_F(SessionTest, NullArgumentsFailAndChangeNothing) {
 }
 
 // A provider may run a message loop; what the caller does in it must not disturb the call under way.
-TEST_F(SessionTest, CallsFromInsideAReadingCallAreRefused) {
+TEST_F(SessionTest, CallsFromInsideACallDoNotDisturbIt) {
     DestinationsOf({PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")}), GroupRow("g", "Group")});
     script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"p"}};
     const AddressBookEntry book = ListBooks(session)[0].entry;
@@ -190,12 +190,17 @@ TEST_F(SessionTest, CallsFromInsideAReadingCallAreRefused) {
         EXPECT_EQ(count, 0u);
         EXPECT_EQ(library.GetAddressBookList(other, 0, nullptr, &count, nullptr), 1);
         EXPECT_EQ(count, 1u);
+        EXPECT_EQ(library.CreateProfile(0, 0, "p", 0, nullptr, nullptr), 1);
+        EXPECT_EQ(library.CloseAddressBook(library.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr)), 1);
     };
     EXPECT_EQ(ListMembers(session, group).size(), 1u);
     EXPECT_EQ(Details(session, group), "");
     EXPECT_EQ(ListDestinations(session, book).size(), 2u);
     EXPECT_EQ(ListBooks(session).size(), 1u);
     EXPECT_GT(tried, 20u);
+    tried = 0;
+    Close(session);
+    EXPECT_EQ(tried, 2u) << "the releases of the session's two objects";
 }
 
 }  // namespace

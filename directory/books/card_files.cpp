@@ -21,7 +21,7 @@ namespace {
 
 using Reader = std::optional<UINT>(std::istream& file, std::optional<UINT> charset, CardReceiver& receiver);
 
-constexpr size_t longestSample = 64 * 1024;
+constexpr size_t longestSample = size_t{64} * 1024;
 
 std::string LinesBeyondAscii(std::string_view text) {
     std::string lines;

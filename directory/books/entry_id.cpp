@@ -11,10 +11,10 @@ constexpr std::array<BYTE, 20> prefix = {0,    0,    0,    0,    0x6B, 0x3E, 0x9
 // The caller's bytes need not be aligned.
 template <typename Bytes, typename Visit>
 void ForEachField(Bytes* bytes, std::uint64_t& session, EntryId& id, Visit visit) {
-    bytes += prefix.size();
+    Bytes* at = bytes + prefix.size();
     const auto field = [&](auto& value) {
-        visit(bytes, value);
-        bytes += sizeof value;
+        visit(at, value);
+        at += sizeof value;
     };
     field(session);
     field(id.kind);
@@ -25,7 +25,8 @@ void ForEachField(Bytes* bytes, std::uint64_t& session, EntryId& id, Visit visit
     field(id.identity);
 }
 
-static_assert(entryIdSize == prefix.size() + 8 + 5 * 4 + 8);
+static_assert(entryIdSize ==
+              prefix.size() + sizeof(std::uint64_t) + size_t{5} * sizeof(std::uint32_t) + sizeof(std::uint64_t));
 
 }  // namespace
 

@@ -11,7 +11,7 @@
 struct EntryId {
     enum class Kind : std::uint32_t { Container = 1, Person, FaxEntry, Group };
 
-    Kind kind;
+    Kind kind = Kind::Container;
     std::uint32_t node = 0;  // the container, or the one that lists the entry
     std::uint32_t file = 0;
     std::uint32_t card = 0;

@@ -68,6 +68,7 @@ std::vector<fs::path> Session::ListFolder(const fs::path& folder) {
     std::sort(entries.begin(), entries.end(),
               [](const Named& a, const Named& b) { return std::tie(a.folded, a.path) < std::tie(b.folded, b.path); });
     std::vector<fs::path> paths;
+    paths.reserve(entries.size());
     for (Named& entry : entries) paths.push_back(std::move(entry.path));
     return paths;
 }

@@ -10,7 +10,7 @@ std::vector<ULONG> PropertiesOf(const PropertySource& source) {
     std::vector<ULONG> tags;
     ResultBuffer scratch(1024);
     for (const ULONG tag : knownProperties) {
-        SPropValue value;
+        SPropValue value = {};
         ValueWriter writer(tag, value, scratch);
         source.Write(writer);
         if (!writer.IsMissing()) tags.push_back(tag);

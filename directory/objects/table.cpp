@@ -72,7 +72,7 @@ class Table final : public UnsupportedTable {
 
     // As MAPI allows, a batch may hold fewer rows than asked for: one that stays in the processor's cache is written
     // and read several times faster than ten thousand rows at once.
-    static constexpr size_t mostBatchBytes = 256 * 1024;
+    static constexpr size_t mostBatchBytes = size_t{256} * 1024;
 
     size_t BytesPerRow() const {
         return sizeof(SRow) + columns_.size() * sizeof(SPropValue) + rows_->ExtraBytesPerRow();

@@ -105,7 +105,7 @@ long ProcessNumber() {
 }  // namespace
 
 std::optional<FileStatus> ReadFileStatus(const fs::path& path) {
-    struct stat information;
+    struct stat information = {};
     if (stat(path.c_str(), &information) != 0) return std::nullopt;
     return FileStatus{information.st_dev, information.st_ino, static_cast<std::uint64_t>(information.st_size),
                       static_cast<std::int64_t>(information.st_mtim.tv_sec) * 1000000000 + information.st_mtim.tv_nsec};

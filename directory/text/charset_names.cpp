@@ -100,7 +100,7 @@ std::string Folded(std::string_view label) {
 }
 
 bool IsOnThisSystem(UINT codePage) {
-    CPINFO information;
+    CPINFO information = {};
     return codePage == CP_UTF8 || codePage == codePageIso2022Jp || GetCPInfo(codePage, &information) != 0;
 }
 

@@ -12,6 +12,7 @@ namespace {
 // UTF-16 of a short text on the stack, of a long one on the heap.
 class Utf16 {
   public:
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the short text is written before it is read
     explicit Utf16(size_t capacity) {
         if (capacity > small_.size()) large_ = std::make_unique<WCHAR[]>(capacity);
     }

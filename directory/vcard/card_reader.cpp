@@ -51,7 +51,7 @@ struct OpenCard {
 };
 
 // As much of the unlabelled text is looked at to guess its character set.
-constexpr size_t longestSample = 64 * 1024;
+constexpr size_t longestSample = size_t{64} * 1024;
 
 class Reader {
   public:

@@ -10,8 +10,8 @@
 namespace {
 
 // Many files hold one card: for such a file, fresh memory would cost more than all the rest.
-constexpr size_t firstBufferSize = 16 * 1024;
-constexpr size_t usualBufferSize = 256 * 1024;
+constexpr size_t firstBufferSize = size_t{16} * 1024;
+constexpr size_t usualBufferSize = size_t{256} * 1024;
 constexpr std::string_view cardStart = "BEGIN:VCARD";
 
 }  // namespace

@@ -1,6 +1,9 @@
 // Provider loader: the provider's path, its loading and its entry points.
 #include "frame/provider_loader.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "class_library/cwinapp.h"
 #include "provider/entry_points.h"
 #include "resources/string_table.h"
@@ -15,13 +18,24 @@ size_t FindFileName(const std::string& path, const std::string& ownName) {
     return cut;
 }
 
-// The provider's path: this library's path with its own file name exchanged. The loader must get a full path, so that
-// it looks nowhere else; a library that was renamed gets a path that names no file.
+// This library's own path. Empty when it is too long or holds characters that the code page lacks: what the system
+// gives then is the path of another file, or of none.
+std::string GetLibraryPath() {
+    char path[MAX_PATH];
+    const DWORD length = GetModuleFileNameA(GetModuleInstance(), path, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) return {};
+    WCHAR exactPath[MAX_PATH], samePath[MAX_PATH];
+    const DWORD exactLength = GetModuleFileNameW(GetModuleInstance(), exactPath, MAX_PATH);
+    const int sameLength = MultiByteToWideChar(CP_ACP, 0, path, static_cast<int>(length), samePath, MAX_PATH);
+    const bool same = std::equal(exactPath, exactPath + exactLength, samePath, samePath + sameLength);
+    return same ? std::string(path, length) : std::string();
+}
+
+// The provider's path: this library's path with its own file name exchanged; empty when that is not known. The system
+// must get a full path, so that it looks nowhere else. A library that was renamed gets a path that names no file.
 std::string BuildProviderPath() {
-    char modulePath[MAX_PATH] = {};
-    GetModuleFileNameA(GetModuleInstance(), modulePath, sizeof modulePath);
-    modulePath[sizeof modulePath - 1] = '\0';
-    const std::string path = modulePath;
+    const std::string path = GetLibraryPath();
+    if (path.empty()) return {};
     return path.substr(0, FindFileName(path, LoadLibraryString(IDS_LIBRARY_FILE))) +
            LoadLibraryString(IDS_PROVIDER_FILE);
 }
@@ -35,7 +49,9 @@ void Resolve(Function*& entryPoint, const char* name) {
 
 bool LoadProvider(HMODULE resourceModule) {
     if (providerTable.module != nullptr) return true;
-    providerTable.module = LoadLibraryA(BuildProviderPath().c_str());
+    const std::string path = BuildProviderPath();
+    if (path.empty()) return false;
+    providerTable.module = LoadLibraryA(path.c_str());
     if (providerTable.module == nullptr) return false;
     Resolve(providerTable.VOKAdminProfiles, "VOKAdminProfiles");
     Resolve(providerTable.VOKOpen, "VOKOpen");
@@ -49,6 +65,6 @@ bool LoadProvider(HMODULE resourceModule) {
 }
 
 void UnloadProvider() {
-    FreeLibrary(providerTable.module);
-    providerTable = {};
+    // The table is empty first: what the provider calls while it ends finds none loaded.
+    FreeLibrary(std::exchange(providerTable, {}).module);
 }

@@ -38,6 +38,7 @@ OwnedHandle CreateHandle(const char* profileName, HMODULE resourceModule) {
 }
 
 void DestroyHandle(SessionHandle* handle) {
+    handle->inUse = true;
     OwnedHandle destroyed(handle);
 }
 

@@ -12,7 +12,8 @@ using OwnedHandle = std::unique_ptr<SessionHandle, HandleDestroyer>;
 // be loaded or refuses the resource module.
 OwnedHandle CreateHandle(const char* profileName, HMODULE resourceModule);
 
-// Destroys a handle. Its provider objects are released before the provider may be unloaded. Null is ignored.
+// Destroys a handle. Its provider objects are released before the provider may be unloaded; until then the session is
+// in use, so that what the provider's Release calls does not close it again.
 void DestroyHandle(SessionHandle* handle);
 
 // Whether the memory at the handle's address is there and can be written to. A handle that has been closed can pass.

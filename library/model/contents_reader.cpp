@@ -60,7 +60,7 @@ class ContentsReader {
 };
 
 void ContentsReader::Read(const EntryId* containerId) {
-    const Held<IABContainer> container = opener.Open<IABContainer>(GetBytes(containerId));
+    const Held<IABContainer> container = opener.OpenContainer(GetBytes(containerId));
     if (!container) return;
     Held<IMAPITable> table;
     const HRESULT style = container->GetContentsTable(0, table.Receive());

@@ -1,16 +1,38 @@
 // EntryOpener: the one place that calls IAddrBook::OpenEntry.
 #include "provider/entry_opener.h"
 
+namespace {
+
+bool HasTables(ULONG type) {
+    return type == MAPI_ABCONT || type == MAPI_DISTLIST || type == 0;
+}
+
+}  // namespace
+
 Held<IABContainer> EntryOpener::OpenRoot() {
     Held<IABContainer> root;
     ULONG type = 0;
-    if (FAILED(addressBook->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown()))) root.Release();
+    if (FAILED(addressBook->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown())) || !HasTables(type))
+        root.Release();
     return root;
 }
 
-bool EntryOpener::OpenUnknown(std::string_view identifier, IUnknown** entry) {
+Held<IABContainer> EntryOpener::OpenContainer(std::string_view identifier) {
+    Held<IABContainer> container;
+    ULONG type = 0;
+    if (!Open(identifier, type, container.ReceiveUnknown()) || !HasTables(type)) container.Release();
+    return container;
+}
+
+Held<IMAPIProp> EntryOpener::OpenEntry(std::string_view identifier) {
+    Held<IMAPIProp> entry;
+    ULONG type = 0;
+    if (!Open(identifier, type, entry.ReceiveUnknown())) entry.Release();
+    return entry;
+}
+
+bool EntryOpener::Open(std::string_view identifier, ULONG& type, IUnknown** entry) {
     if (identifier.empty()) return false;
     copy.assign(identifier.begin(), identifier.end());
-    ULONG type = 0;
     return SUCCEEDED(addressBook->OpenEntry(static_cast<ULONG>(copy.size()), copy.data(), nullptr, 0, &type, entry));
 }

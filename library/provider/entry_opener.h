@@ -6,6 +6,8 @@
 
 #include "provider/holders.h"
 
+// An identifier without bytes opens nothing. An entry is released at once when its type says that it lacks the methods
+// of the interface; a provider that tells no type is believed.
 class EntryOpener {
   public:
     explicit EntryOpener(IAddrBook* theAddressBook) : addressBook(theAddressBook) {}
@@ -13,17 +15,14 @@ class EntryOpener {
     // The root container, or nothing.
     Held<IABContainer> OpenRoot();
 
-    // The entry with that identifier as the interface it is known to have, or nothing. An identifier without bytes
-    // opens nothing.
-    template <class Interface>
-    Held<Interface> Open(std::string_view identifier) {
-        Held<Interface> entry;
-        if (!OpenUnknown(identifier, entry.ReceiveUnknown())) entry.Release();
-        return entry;
-    }
+    // The container or distribution list with that identifier, or nothing.
+    Held<IABContainer> OpenContainer(std::string_view identifier);
+
+    // Any entry with that identifier, for its properties, or nothing.
+    Held<IMAPIProp> OpenEntry(std::string_view identifier);
 
   private:
-    bool OpenUnknown(std::string_view identifier, IUnknown** entry);
+    bool Open(std::string_view identifier, ULONG& type, IUnknown** entry);
 
     IAddrBook* addressBook;
     // What the provider gets is a copy, aligned as for any type, that it may even write to.

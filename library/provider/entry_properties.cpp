@@ -4,7 +4,7 @@
 EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
                                  const SPropTagArray* tags)
     : properties(support) {
-    entry = opener.Open<IMAPIProp>(identifier);
+    entry = opener.OpenEntry(identifier);
     if (!entry) return;
     succeeded = SUCCEEDED(entry->GetProps(tags, 0, &properties.count, &properties.values));
 }

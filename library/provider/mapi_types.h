@@ -62,7 +62,7 @@ static_assert(sizeof(ADRENTRY) == 16 && offsetof(ADRLIST, aEntries) == 8 && size
 template <ULONG length>
 struct PropTagArray {
     ULONG cValues = length;
-    ULONG aulPropTag[length];
+    ULONG aulPropTag[length] = {};
 
     const SPropTagArray* Get() const { return reinterpret_cast<const SPropTagArray*>(this); }
 };

@@ -17,7 +17,7 @@ TableCursor::TableCursor(Held<IMAPITable> heldTable, const SPropTagArray* column
         FAILED(table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr)) || FAILED(table->GetRowCount(0, &count)))
         return;
     batchSize = std::min(count, largestBatch);
-    remaining = count;
+    remaining = std::min(count, mostRows);
 }
 
 std::optional<PropertyValues> TableCursor::Next() {

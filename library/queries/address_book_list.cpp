@@ -51,7 +51,9 @@ void ReadAddressBooks(QueryContext& context) {
     auto tree = std::make_unique<CObjectList>(std::move(recycled));
     const Held<IABContainer> root = EntryOpener(context.session->addressBook.Get()).OpenRoot();
     TableCursor rows = ReadHierarchy(root);
-    while (const std::optional<PropertyValues> values = rows.Next()) {
+    while (tree->GetCount() < mostContainers) {
+        const std::optional<PropertyValues> values = rows.Next();
+        if (!values) break;
         const HierarchyRow row(*values);
         CAddressBookEntry* book =
             tree->blocks.Create<CAddressBookEntry>(CString(tree->blocks, row.GetString(HierarchyColumn::DisplayName)),

@@ -38,7 +38,8 @@ class ContainersReader {
 void ContainersReader::Read(const CAddressBookEntry& book) {
     Enter(book.entryId, nullptr);
     while (!path.empty()) {
-        const std::optional<PropertyValues> values = path.back().rows.Next();
+        std::optional<PropertyValues> values;
+        if (children.GetCount() < mostContainers) values = path.back().rows.Next();
         if (!values) {
             Leave();
             continue;
@@ -56,7 +57,7 @@ void ContainersReader::Read(const CAddressBookEntry& book) {
 void ContainersReader::Enter(const EntryId* entryId, const CContainerEntry* entry) {
     const std::string_view identifier = GetBytes(entryId);
     if (openIdentifiers.contains(identifier)) return;
-    Held<IABContainer> container = opener.Open<IABContainer>(identifier);
+    Held<IABContainer> container = opener.OpenContainer(identifier);
     if (!container) return;
     openIdentifiers.insert(identifier);
     TableCursor rows = ReadHierarchy(container);

@@ -55,7 +55,7 @@ void WriteNameOnly(const RecordWriter& writer, const CUserDetails& user) {
 void WriteFaxNumber(const RecordWriter& writer, const CUserDetails& user, const FaxSlot& slot) {
     const CUserCompanions& companions = *user.companions;
     const auto companion = [&](CString CUserCompanions::*field) {
-        return field != nullptr ? (companions.*field).View() : std::string_view("", 0);
+        return field != nullptr ? (companions.*field).View() : std::string_view("");
     };
     WriteType(writer, DESTINATION_PERSON, user);
     writer.PutText(slot.extended ? extendedFaxNumberField : faxNumberField, (user.*slot.number).View());

@@ -112,7 +112,7 @@ bool Expand(const SessionHandle& session, const CDistributionListDetails& group,
     *recipients.list = {};
     if (FAILED(allocated)) return false;
     {
-        const Held<IMAPIProp> opened = EntryOpener(session.addressBook.Get()).Open<IMAPIProp>(GetBytes(group.entryId));
+        const Held<IMAPIProp> opened = EntryOpener(session.addressBook.Get()).OpenEntry(GetBytes(group.entryId));
         if (!opened) return false;
         // Of the result only the values count; they belong to the list from here on.
         ADRENTRY& entry = recipients.list->aEntries[0];
@@ -189,7 +189,7 @@ void WriteRecipients(const ADRLIST& recipients, uint32_t contentsStyle, MemberWr
 // A person stands for itself: one record with its first number.
 void WritePerson(const CUserDetails& user, MemberWriter& writer) {
     struct Choice {
-        CString CUserDetails::*number;
+        CString CUserDetails::*number = nullptr;
         FaxAttributes attrs;
     };
     const CUserCompanions& companions = *user.companions;

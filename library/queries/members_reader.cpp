@@ -25,7 +25,7 @@ const CObList& ReadMembers(QueryContext& context, CDistributionListDetails& list
     MemoryRollback rollback(blocks);
     CObList* members = blocks.Create<CObList>();
     EntryOpener opener(context.session->addressBook.Get());
-    if (const Held<IABContainer> opened = opener.Open<IABContainer>(GetBytes(list.entryId))) {
+    if (const Held<IABContainer> opened = opener.OpenContainer(GetBytes(list.entryId))) {
         Held<IMAPITable> table;
         if (FAILED(opened->GetContentsTable(0, table.Receive()))) table.Release();
         TableCursor rows(std::move(table), ContentsColumns.Get());

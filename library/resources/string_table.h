@@ -11,4 +11,4 @@
 std::string LoadLibraryString(UINT id);
 
 // What stands between the lines of a text: CR LF. Loaded when the library is.
-inline constinit std::string lineSeparator;
+inline std::string lineSeparator;

@@ -33,7 +33,7 @@ class CString {
 
     // The bytes without the NUL, which stands right after them.
     std::string_view View() const {
-        if (text == nullptr) return {"", 0};
+        if (text == nullptr) return "";
         uint32_t length;
         std::memcpy(&length, text - sizeof length, sizeof length);
         return {text, length};

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr size_t smallestBlock = 4 * 1024;
-constexpr size_t largestBlock = 1024 * 1024;
+constexpr size_t smallestBlock = size_t{4} * 1024;
+constexpr size_t largestBlock = size_t{1024} * 1024;
 
 }  // namespace
 

@@ -34,7 +34,7 @@ struct ActiveCodePage {
     bool isLeadByte[0x100] = {};
 
     ActiveCodePage() {
-        CPINFO info;
+        CPINFO info = {};
         if (const char* text = std::getenv("HOST_CODE_PAGE"); text != nullptr && *text != '\0') {
             UINT wanted = 0;
             const char* end = text + std::strlen(text);

@@ -86,8 +86,9 @@ void GetProgramPath(PathBuffer& path) {
 // Appends to a path; false when it gets too long.
 bool AppendPath(PathBuffer& path, const char* text) {
     const std::size_t length = std::strlen(path.data());
-    if (length + std::strlen(text) >= path.size()) return false;
-    std::strcpy(path.data() + length, text);
+    const std::size_t added = std::strlen(text);
+    if (length + added >= path.size()) return false;
+    std::memcpy(path.data() + length, text, added + 1);
     return true;
 }
 
@@ -206,6 +207,15 @@ DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize) 
     if (length < nSize) return static_cast<DWORD>(length);
     SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return nSize;
+}
+
+DWORD WINAPI GetModuleFileNameW(HMODULE hModule, LPWSTR lpFilename, DWORD nSize) {
+    PathBuffer path;
+    const DWORD length = GetModuleFileNameA(hModule, path.data(), static_cast<DWORD>(path.size()));
+    if (length == 0) return 0;
+    const int wideLength =
+        MultiByteToWideChar(CP_ACP, 0, path.data(), static_cast<int>(length + 1), lpFilename, static_cast<int>(nSize));
+    return wideLength > 0 ? static_cast<DWORD>(wideLength - 1) : nSize;
 }
 
 HMODULE WINAPI GetModuleHandleA(LPCSTR lpModuleName) {

@@ -17,7 +17,7 @@ struct IgnoreCase {
 };
 
 struct RegistryValue {
-    DWORD type;
+    DWORD type = 0;
     std::vector<BYTE> data;
 };
 using RegistryValues = std::map<std::string, RegistryValue, IgnoreCase>;

@@ -28,7 +28,8 @@ LPSTR WINAPI lstrcpynA(LPSTR lpString1, LPCSTR lpString2, int iMaxLength) {
 
 LPSTR WINAPI lstrcatA(LPSTR lpString1, LPCSTR lpString2) {
     if (lpString1 == nullptr || lpString2 == nullptr) return nullptr;
-    return std::strcat(lpString1, lpString2);
+    std::memcpy(lpString1 + std::strlen(lpString1), lpString2, std::strlen(lpString2) + 1);
+    return lpString1;
 }
 
 int WINAPI lstrcmpiA(LPCSTR lpString1, LPCSTR lpString2) {

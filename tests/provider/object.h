@@ -74,6 +74,7 @@ class Object : public Interface {
         CheckAlive("Release");
         if (references == 0) return 0;
         if (CurrentScript().keepsCalls) CurrentScript().calls.push_back(label + ".Release()");
+        if (CurrentScript().during) CurrentScript().during("Release");
         if (--references == 0) {
             CurrentScript().TakeBack(static_cast<IUnknown*>(this), Kind::Object, label + ".Release");
             CurrentScript().retired.push_back(this);

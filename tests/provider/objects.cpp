@@ -23,6 +23,7 @@ class ScriptedTable : public Object<IMAPITable> {
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG flags, ULONG* count) override {
         return Begin("GetRowCount", Show(flags)).Answer(S_OK, [&] {
             *count = table->statedCount.value_or(static_cast<ULONG>(table->rows.size()));
+            if (table->statedCount) ++CurrentScript().totals.hostileAnswers;
         });
     }
     HRESULT STDMETHODCALLTYPE SeekRow(ULONG origin, LONG rows, LONG* sought) override {
@@ -34,10 +35,10 @@ class ScriptedTable : public Object<IMAPITable> {
         const Call call = Begin("QueryRows", ShowAll(std::to_string(rows), Show(flags)));
         if (rows < 0) CurrentScript().Misused(label + ".QueryRows backwards");
         return call.Answer(S_OK, [&] {
-            const size_t left = table->rows.size() - next;
-            const size_t wanted =
-                batch < table->batches.size() ? table->batches[batch++] : static_cast<size_t>(std::max<LONG>(rows, 0));
-            *rowSet = MakeRowSet(std::min(left, wanted));
+            const bool hostile = batch < table->batches.size();
+            if (hostile) ++CurrentScript().totals.hostileAnswers;
+            const size_t wanted = hostile ? table->batches[batch++] : static_cast<size_t>(std::max<LONG>(rows, 0));
+            *rowSet = MakeRowSet(table->endless ? wanted : std::min(table->rows.size() - next, wanted));
         });
     }
 
@@ -72,8 +73,8 @@ class ScriptedTable : public Object<IMAPITable> {
         set->cRows = static_cast<ULONG>(rows);
         for (size_t i = 0; i < rows; ++i) {
             SRow& row = set->aRow[i];
-            row.lpProps = MakeValues(table->rows[next++], reinterpret_cast<const SPropTagArray*>(columns.data()), loan,
-                                     row.cValues);
+            row.lpProps = MakeValues(table->rows[next++ % table->rows.size()],
+                                     reinterpret_cast<const SPropTagArray*>(columns.data()), loan, row.cValues);
         }
         CurrentScript().Lend(set, std::move(loan));
         return set;
@@ -124,7 +125,7 @@ class ScriptedEntry : public MapiObject<IABContainer> {
     }
     HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG flags, IMAPITable** table) override {
         const Call call = Begin("GetHierarchyTable", Show(flags));
-        if (entry->type != MAPI_ABCONT) Unexpected("GetHierarchyTable");
+        if (entry->type == MAPI_MAILUSER) Unexpected("GetHierarchyTable");
         return call.Answer(S_OK, [&] { *table = new ScriptedTable(label + ".hierarchy", entry->hierarchy); });
     }
 

@@ -1,4 +1,5 @@
 // The scripted provider's entry points, and the making of values and readable arguments behind its objects.
+#include <algorithm>
 #include <cstdio>
 
 #include "object.h"
@@ -15,7 +16,7 @@ Script& CurrentScript() {
 }
 
 Call::Call(const std::string& object, const char* function, const std::string& arguments) {
-    ++script->totalCalls;
+    ++script->totals.calls;
     ++script->callCount;
     const unsigned ofFunction = ++script->callCounts[function];
     if (script->keepsCalls)
@@ -24,6 +25,7 @@ Call::Call(const std::string& object, const char* function, const std::string& a
         if (candidate.function.empty() ? candidate.call == script->callCount
                                        : candidate.function == function && candidate.call == ofFunction)
             fault = candidate;
+    if (fault) ++script->totals.hostileAnswers;
     if (script->during) script->during(function);
 }
 
@@ -67,7 +69,8 @@ void* Allocate(size_t size, Loan& loan) {
 
 SPropValue* MakeValues(const Row& row, const SPropTagArray* columns, Loan& loan, ULONG& count) {
     const ULONG all = row.asGiven ? static_cast<ULONG>(row.values.size()) : columns->cValues;
-    count = row.length.value_or(all);
+    count = std::min(row.length.value_or(all), all);
+    if (row.asGiven || row.length || row.withoutValues) ++script->totals.hostileAnswers;
     if (row.withoutValues) return nullptr;
     auto* const values = static_cast<SPropValue*>(Allocate(count * sizeof(SPropValue), loan));
     for (ULONG i = 0; i < count; ++i) {
@@ -77,6 +80,7 @@ SPropValue* MakeValues(const Row& row, const SPropTagArray* columns, Loan& loan,
         SPropValue& value = values[i];
         value.ulPropTag = given.tag;
         const std::string& bytes = given.bytes;
+        if (given.isNull) ++script->totals.hostileAnswers;
         switch (PROP_TYPE(given.tag)) {
             case PT_STRING8:
                 value.Value.lpszA = given.isNull ? nullptr : static_cast<char*>(Allocate(bytes.size() + 1, loan));

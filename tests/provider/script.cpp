@@ -46,14 +46,12 @@ Value Missing(ULONG tag, LONG code) {
 }
 
 void Script::Reset() {
-    const auto calls_ = totalCalls;
-    const auto loans_ = totalLoans;
+    const Totals kept = totals;
     for (auto& [key, loan] : loans)
         for (auto& [block, size] : loan.blocks) std::free(block);
     for (void* block : retired) std::free(block);
     *this = Script();
-    totalCalls = calls_;
-    totalLoans = loans_;
+    totals = kept;
 }
 
 void Script::Forget() {
@@ -84,7 +82,7 @@ std::string Script::Imbalance() const {
 }
 
 void Script::Lend(void* key, Loan loan) {
-    ++totalLoans;
+    ++totals.lent;
     loans.emplace(key, std::move(loan));
 }
 
@@ -97,6 +95,7 @@ void Script::TakeBack(void* key, Kind kind, const std::string& function) {
         std::free(block);
     }
     loans.erase(found);
+    ++totals.takenBack;
 }
 
 void Script::Misused(std::string what) {

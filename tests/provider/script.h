@@ -47,6 +47,7 @@ struct Table {
     std::vector<Row> rows;
     std::optional<ULONG> statedCount;  // what GetRowCount says instead of the truth
     std::vector<ULONG> batches;  // how many rows the successive calls of QueryRows give instead of those asked for
+    bool endless = false;        // the rows again and again
 };
 
 // A container, person or distribution list.
@@ -75,6 +76,14 @@ struct Loan {
     std::vector<std::pair<void*, size_t>> blocks;
 };
 
+// What happened in the whole run.
+struct Totals {
+    unsigned long long calls = 0;
+    unsigned long long hostileAnswers = 0;  // answers that no provider should give
+    unsigned long long lent = 0;
+    unsigned long long takenBack = 0;
+};
+
 struct Script {
     // Answers.
     std::unordered_map<std::string, Entry> entries;  // by identifier; the root container has the empty one
@@ -84,7 +93,7 @@ struct Script {
     HRESULT resourceResult = S_OK;
     HRESULT showResult = S_OK;
     std::vector<Fault> faults;
-    // Runs inside every provider call that can fail, before it answers; the function's name is given.
+    // Runs inside every provider call, before it answers; the function's name is given.
     std::function<void(const std::string&)> during;
 
     // What was asked: one line a call, such as addressBook.OpenEntry(b1, null, 0).
@@ -102,8 +111,7 @@ struct Script {
     std::vector<std::string> misuses;
     int depth = 0;  // how many provider calls are under way
 
-    unsigned long long totalCalls = 0;  // of the whole run
-    unsigned long long totalLoans = 0;
+    Totals totals;
 
     // Everything as at the start, but for the totals.
     void Reset();

@@ -15,6 +15,7 @@ void* Allocate(std::size_t size) {
     if (exportDepth > 0 && TheScript().depth == 0) {
         if ((remaining != 0 && --remaining == 0) || (failed && lasts)) {
             failed = true;
+            ++failedAllocations;
             return nullptr;
         }
     }

@@ -4,29 +4,7 @@
 #include <cstring>
 
 unsigned long long recordsCompared = 0;
-int exportDepth = 0;
-
-Script& TheScript() {
-    static Script script;
-    return script;
-}
-
-extern "C" {
-#ifdef _WIN32
-__declspec(dllexport)
-#else
-__attribute__((visibility("default")))
-#endif
-    Script* FindScript();
-
-Script* FindScript() {
-    return &TheScript();
-}
-}
-
-LibraryUnderTest::LibraryUnderTest(const std::filesystem::path& path) : LoadedModule(path) {
-    EXPECT_NE(Handle(), nullptr) << path << " cannot be loaded";
-}
+unsigned long long failedAllocations = 0;
 
 testing::AssertionResult SameBytes(const void* actual, const void* expected, size_t size) {
     ++recordsCompared;

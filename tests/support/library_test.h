@@ -9,78 +9,15 @@
 #include <string>
 #include <vector>
 
-#include "qdxl7rc.h"
-#include "script.h"
-
-// The one script of this program.
-Script& TheScript();
+#include "support/loaded_library.h"
 
 // The folder that holds the scripted provider with the library beside it, and one for files made by tests.
 std::filesystem::path ScriptedFolder();
 std::filesystem::path ScratchFolder();
 
-// How many records the tests have compared byte for byte.
+// How many records the tests have compared byte for byte, and how many allocations they made fail.
 extern unsigned long long recordsCompared;
-
-// A module, loaded for as long as this lives.
-class LoadedModule {
-  public:
-    explicit LoadedModule(const std::filesystem::path& path) : handle(LoadLibraryA(path.string().c_str())) {}
-    ~LoadedModule() {
-        if (handle != nullptr) FreeLibrary(handle);
-    }
-    LoadedModule(const LoadedModule&) = delete;
-    LoadedModule& operator=(const LoadedModule&) = delete;
-
-    HMODULE Handle() const { return handle; }
-    template <class Function>
-    Function* Find(const char* name) const {
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(handle, name)));
-    }
-
-  private:
-    HMODULE handle;
-};
-
-// How many calls of the library are under way.
-extern int exportDepth;
-
-// An export of the library, called as the function itself.
-template <class Function>
-class Export;
-template <class Result, class... Arguments>
-class Export<Result(Arguments...)> {
-  public:
-    explicit Export(Result (*exported)(Arguments...)) : function(exported) {}
-    Result operator()(Arguments... arguments) const {
-        ++exportDepth;
-        const Result result = function(arguments...);
-        --exportDepth;
-        return result;
-    }
-
-  private:
-    Result (*function)(Arguments...);
-};
-
-// The library, with its exports under their names.
-struct LibraryUnderTest : LoadedModule {
-    explicit LibraryUnderTest(const std::filesystem::path& path);
-
-#define EXPORTED(name) const Export<decltype(::name)> name{Find<decltype(::name)>(#name)}
-    EXPORTED(OpenAddressBook);
-    EXPORTED(CloseAddressBook);
-    EXPORTED(GetLastVOKError);
-    EXPORTED(DisplayRecipSelect);
-    EXPORTED(DisplayRecipSelectEx);
-    EXPORTED(GetAddressBookList);
-    EXPORTED(GetDestinationList);
-    EXPORTED(GetDestinationDetails);
-    EXPORTED(GetDestinationsInGroup);
-    EXPORTED(CreateProfile);
-    EXPORTED(DisplayAdminProfiles);
-#undef EXPORTED
-};
+extern unsigned long long failedAllocations;
 
 // A record filled with a pattern, so that what the library leaves alone can be told.
 inline constexpr unsigned char untouched = 0xA5;

@@ -13,15 +13,20 @@ namespace {
 std::filesystem::path programFolder;
 std::filesystem::path registryFile;
 
-class Totals : public testing::Environment {
+class RunSummary : public testing::Environment {
   public:
     void SetUp() override {
         std::filesystem::remove_all(ScratchFolder());
         std::filesystem::create_directories(ScratchFolder());
     }
     void TearDown() override {
-        std::printf("%llu provider calls, %llu objects and buffers given back, %llu records compared, code page %u\n",
-                    TheScript().totalCalls, TheScript().totalLoans, recordsCompared, GetACP());
+        const Totals& totals = TheScript().totals;
+        std::printf(
+            "%llu provider calls, %llu hostile answers, %llu failed allocations, %llu records compared, "
+            "%llu objects and buffers lent, %llu given back; code page %u\n",
+            totals.calls, totals.hostileAnswers, failedAllocations, recordsCompared, totals.lent, totals.takenBack,
+            GetACP());
+        EXPECT_EQ(totals.lent, totals.takenBack);
         std::filesystem::remove(registryFile);
     }
 };
@@ -45,6 +50,6 @@ int main(int argc, char** argv) {
                    ("library_tests-registry-" + std::to_string(getpid()));
     setenv("HOST_REGISTRY", registryFile.c_str(), 1);
 #endif
-    testing::AddGlobalTestEnvironment(new Totals);
+    testing::AddGlobalTestEnvironment(new RunSummary);
     return RUN_ALL_TESTS();
 }

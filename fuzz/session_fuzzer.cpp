@@ -1,0 +1,276 @@
+// Whole sessions over a provider that answers anything. Whatever it answers: every object and buffer goes back once,
+// records have texts that end, counts and records agree, no call touches memory that is not its own, and afterwards a
+// session opens as if nothing had been.
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "fuzzed_script.h"
+#include "promise.h"
+#include "support/loaded_library.h"
+
+namespace {
+
+const LibraryUnderTest& Library() {
+    static const LoadedModule provider(SCRIPTED_FOLDER "/QDXL7RA.DLL");
+    static const LibraryUnderTest library(SCRIPTED_FOLDER "/QDXL7RC.DLL");
+    Promise(provider.Handle() != nullptr && library.Handle() != nullptr, "the library and its provider are there");
+    return library;
+}
+
+template <size_t size>
+bool Ends(const char (&text)[size]) {
+    return std::memchr(text, '\0', size) != nullptr;
+}
+
+// Exactly as much memory as the records take, so that a sanitizer sees what is written beside them. Texts that are not
+// written end, because the memory is zero.
+template <class Record>
+class RecordArray {
+  public:
+    explicit RecordArray(std::uint32_t theCount) : count(theCount), records(std::make_unique<Record[]>(theCount)) {}
+    Record* begin() { return records.get(); }
+    Record* end() { return records.get() + count; }
+    RecordListDescriptor Describe() { return {sizeof(Record), {}, records.get()}; }
+
+  private:
+    std::uint32_t count;
+    std::unique_ptr<Record[]> records;
+};
+
+// One session and the handles that it has given out and that are still alive.
+class FuzzedSession {
+  public:
+    explicit FuzzedSession(FuzzedInput& theInput) : input(theInput) {
+        session = library.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
+    }
+    ~FuzzedSession() {
+        inUse = session != nullptr;
+        Promise(library.CloseAddressBook(session) == 1, "a session closes");
+        inUse = false;
+    }
+    FuzzedSession(const FuzzedSession&) = delete;
+    FuzzedSession& operator=(const FuzzedSession&) = delete;
+
+    bool IsOpen() const { return session != nullptr; }
+    void RunStep();
+    // What a caller's code does in a message loop that the provider runs inside a call.
+    void CallFromInside(std::uint32_t what);
+
+  private:
+    void Read(std::uint32_t what);
+    void ListBooks();
+    void ListContainers();
+    void CountDestinations();
+    void FillDestinations();
+    void ShowDetails();
+    void ExpandGroup();
+    void SwapFamilies();
+
+    // Counts and fills the records of one call of GetAddressBookList.
+    void ListBooks(AddressBookEntry parent);
+
+    template <class Entry>
+    Entry Choose(const std::vector<Entry>& entries) {
+        return entries.empty() ? nullptr : entries[input.TakeBelow(static_cast<std::uint32_t>(entries.size()))];
+    }
+
+    const LibraryUnderTest& library = Library();
+    FuzzedInput& input;
+    SessionHandle* session;
+    bool inUse = false;                   // while a call on this session is under way
+    std::vector<AddressBookEntry> books;  // with their containers
+    std::vector<DestinationEntry> destinations;
+    std::uint32_t destinationCount = 0;
+};
+
+void FuzzedSession::ListBooks(AddressBookEntry parent) {
+    std::uint32_t count = 0;
+    if (library.GetAddressBookList(session, 0, parent, &count, nullptr) != 1) {
+        Promise(count == 0, "a call that fails counts nothing");
+        return;
+    }
+    const std::uint32_t capacity = input.TakeBool() ? count : input.TakeBelow(count + 1);
+    RecordArray<AddressBookRecord> records(capacity);
+    const RecordListDescriptor descriptor = records.Describe();
+    std::uint32_t left = capacity;
+    const bool filled = library.GetAddressBookList(session, 0, parent, &left, &descriptor) == 1;
+    // Nothing is listed below what is no address book.
+    Promise(filled == (capacity == count) && left == capacity, "what was counted fits exactly");
+    for (const AddressBookRecord& record : records) {
+        Promise(Ends(record.name) && Ends(record.serviceName), "texts end");
+        Promise(record.entry != nullptr, "a record has its entry");
+        Promise(record.parent == nullptr || (record.parent >= records.begin() && record.parent < &record),
+                "a parent stands before its containers");
+        books.push_back(record.entry);
+    }
+}
+
+void FuzzedSession::ListBooks() {
+    books.clear();
+    ListBooks(nullptr);
+}
+
+void FuzzedSession::ListContainers() {
+    if (const AddressBookEntry parent = Choose(books)) ListBooks(parent);
+}
+
+void FuzzedSession::CountDestinations() {
+    const AddressBookEntry book = Choose(books);
+    if (book == nullptr) return;
+    destinations.clear();
+    destinationCount = 0;
+    const int32_t result = library.GetDestinationList(session, 0, book, &destinationCount, nullptr);
+    Promise(result == 1 || destinationCount == 0, "a call that fails counts nothing");
+}
+
+void FuzzedSession::FillDestinations() {
+    const AddressBookEntry book = Choose(books);
+    if (book == nullptr || destinationCount == 0) return;
+    const std::uint32_t capacity = input.TakeBool() ? destinationCount : input.TakeBelow(destinationCount + 1);
+    RecordArray<DestinationRecord> records(capacity);
+    std::vector<DestinationRecord*> addresses;
+    for (DestinationRecord& record : records) addresses.push_back(&record);
+    const RecordListDescriptor descriptor{0, {}, addresses.data()};
+    std::uint32_t left = capacity;
+    const bool filled = library.GetDestinationList(session, 0, book, &left, &descriptor) == 1;
+    Promise(filled == (capacity == destinationCount) && left == capacity, "what was counted fits exactly");
+    destinations.clear();
+    for (const DestinationRecord& record : records) {
+        Promise(record.type == DESTINATION_PERSON || record.type == DESTINATION_GROUP, "a record has a type");
+        Promise(record.entry != nullptr, "a record has its entry");
+        Promise(Ends(record.name) && Ends(record.faxNumber) && Ends(record.company) && Ends(record.department) &&
+                    Ends(record.faxNote) && Ends(record.comment) && Ends(record.faxAttr1) && Ends(record.faxAttr2) &&
+                    Ends(record.faxAttr3) && Ends(record.extraText) && Ends(record.extraShortText),
+                "texts end");
+        destinations.push_back(record.entry);
+    }
+}
+
+void FuzzedSession::ShowDetails() {
+    const DestinationEntry destination = Choose(destinations);
+    if (destination == nullptr) return;
+    std::uint32_t size = 0;
+    if (library.GetDestinationDetails(session, destination, &size, nullptr) != 1) return;
+    const auto text = std::make_unique<char[]>(size + 1);
+    const int32_t result = library.GetDestinationDetails(session, destination, &size, text.get());
+    Promise(result == 1 && std::strlen(text.get()) == size, "a text is as long as was said");
+}
+
+void FuzzedSession::ExpandGroup() {
+    const DestinationEntry destination = Choose(destinations);
+    if (destination == nullptr) return;
+    std::uint32_t count = 0;
+    library.GetDestinationsInGroup(session, 0, destination, &count, nullptr);
+    const std::uint32_t capacity = count + input.TakeBelow(4);
+    RecordArray<GroupMemberRecord> records(capacity);
+    const RecordListDescriptor descriptor = records.Describe();
+    library.GetDestinationsInGroup(session, input.TakeBelow(16) == 1, destination, &count, &descriptor);
+    for (const GroupMemberRecord& record : records)
+        Promise(Ends(record.name) && Ends(record.company) && Ends(record.department) && Ends(record.businessFax) &&
+                    Ends(record.homeFax) && Ends(record.extendedFax) && Ends(record.businessFaxAttr1) &&
+                    Ends(record.homeFaxAttr1) && Ends(record.extendedFaxAttr1) && Ends(record.extendedFaxAttr2),
+                "texts end");
+}
+
+// Entries of one family where one of the other belongs: refused or without any result.
+void FuzzedSession::SwapFamilies() {
+    std::uint32_t count = 0;
+    if (const AddressBookEntry book = Choose(books)) {
+        const auto wrong = reinterpret_cast<DestinationEntry>(book);
+        Promise(library.GetDestinationDetails(session, wrong, &count, nullptr) == 0, "a book has no details");
+        library.GetDestinationsInGroup(session, 0, wrong, &count, nullptr);
+    }
+    if (const DestinationEntry destination = Choose(destinations)) {
+        const auto wrong = reinterpret_cast<AddressBookEntry>(destination);
+        Promise(library.GetDestinationList(session, 0, wrong, &count, nullptr) == 0, "a destination is no book");
+        library.GetAddressBookList(session, 0, wrong, &count, nullptr);
+    }
+    Promise(count == 0, "a wrong entry counts nothing");
+}
+
+void FuzzedSession::Read(std::uint32_t what) {
+    switch (what) {
+        case 0:
+            return ListBooks();
+        case 1:
+            return ListContainers();
+        case 2:
+            return CountDestinations();
+        case 3:
+            return FillDestinations();
+        case 4:
+            return ShowDetails();
+        case 5:
+            return ExpandGroup();
+        case 6:
+            return SwapFamilies();
+    }
+}
+
+void FuzzedSession::RunStep() {
+    const std::uint32_t what = input.TakeBelow(8);
+    if (what == 7) {
+        const ServiceRecord services[] = {{"VCARD", 3, {}}, {"SECOND", 0, {}}};
+        library.CreateProfile(0, 0, "profile", input.TakeBelow(3), services, nullptr);
+        return;
+    }
+    inUse = true;
+    Read(what);
+    inUse = false;
+}
+
+void FuzzedSession::CallFromInside(std::uint32_t what) {
+    std::uint32_t count = 0;
+    switch (what) {
+        case 0:
+            if (!inUse) return;
+            Promise(library.GetAddressBookList(session, 0, nullptr, &count, nullptr) == 0, "a session is in use");
+            return;
+        case 1:
+            if (inUse) library.CloseAddressBook(session);
+            return;
+        case 2:
+            library.CreateProfile(0, 0, "profile", 0, nullptr, nullptr);
+            return;
+        case 3: {
+            SessionHandle* const other = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
+            library.GetAddressBookList(other, 0, nullptr, &count, nullptr);
+            library.CloseAddressBook(other);
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+    const LibraryUnderTest& library = Library();
+    FuzzedInput input({reinterpret_cast<const char*>(data), size});
+    Script& script = TheScript();
+    script.Reset();
+    script.keepsCalls = false;
+    MakeFuzzedScript(input, script);
+    const std::uint32_t insideAction = input.TakeBelow(4);
+    unsigned callsUntilInside = input.TakeByte();
+    FuzzedSession* running = nullptr;
+    script.during = [&](const std::string&) {
+        if (running == nullptr || script.depth > 1 || callsUntilInside == 0 || --callsUntilInside > 0) return;
+        running->CallFromInside(insideAction);
+    };
+    {
+        FuzzedSession session(input);
+        running = &session;
+        for (int steps = 0; session.IsOpen() && steps < 40 && !input.IsEmpty(); ++steps) session.RunStep();
+    }
+    script.during = nullptr;
+    script.faults.clear();
+    SessionHandle* const again = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
+    Promise(again != nullptr, "a session opens");
+    library.CloseAddressBook(again);
+    const std::string imbalance = script.Imbalance();
+    Promise(imbalance.empty(), imbalance.c_str());
+    return 0;
+}
