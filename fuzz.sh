@@ -26,11 +26,11 @@ fuzz() {
         -artifact_prefix="$findings/" "$corpus" "fuzz/corpus/$1" >"build/fuzz-findings/$1.log" 2>&1
 }
 
-# take_over TARGET: the inputs without which some code would not be reached, at most 1 KB each.
+# take_over TARGET: the fewest inputs that together reach all code that is reached, at most 1 KB each.
 take_over() {
     local kept
     kept=$(mktemp -d)
-    "build/fuzz/fuzz/$1_fuzzer" -merge=1 -max_len=1024 "$kept" "fuzz/corpus/$1" "build/fuzz-corpus/$1" >/dev/null 2>&1
+    "build/fuzz/fuzz/$1_fuzzer" -set_cover_merge=1 -use_counters=0 -max_len=1024 "$kept" "fuzz/corpus/$1" "build/fuzz-corpus/$1" >/dev/null 2>&1
     cp -n "$kept"/* "fuzz/corpus/$1/"
     rm -rf "$kept"
     say "$1: $(ls "fuzz/corpus/$1" | wc -l) files in fuzz/corpus/$1"

@@ -31,11 +31,14 @@
  *     normally the thread of the user interface.
  *  7. Calls from inside a call. A provider may run a message loop, so a caller's code can run while a call is under
  *     way. A reading function called then on the same session returns 0 and CloseAddressBook leaves the session
- *     open; both work again when the first call has returned. Other sessions are not affected.
+ *     open; both work again when the first call has returned, unless that closes the session. Other sessions are
+ *     not affected.
  *  8. Missing data is not an error. What a provider cannot deliver is missing from the result, and the function
  *     still returns 1.
  *  9. Memory. When memory ends, a function returns its failure value, nothing is leaked, and a later call works.
- * 10. Layouts are fixed: every offset and size below holds for every version. Records need no alignment.
+ * 10. Bounds. Of one address book at most 10,000,000 rows and 1,048,576 containers are read, and at most 1,048,576
+ *     address books; what comes after them is missing. A container that several others refer to counts for each.
+ * 11. Layouts are fixed: every offset and size below holds for every version. Records need no alignment.
  */
 #ifndef QDXL7RC_H
 #define QDXL7RC_H

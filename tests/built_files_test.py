@@ -36,6 +36,12 @@ class BuiltFile:
         self.text = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", path], check=True, capture_output=True,
                                    text=True, errors="replace").stdout
 
+    def sections(self):
+        """Name and flags of every section."""
+        headers = subprocess.run(["x86_64-w64-mingw32-objdump", "-h", self.path], check=True, capture_output=True,
+                                 text=True, errors="replace").stdout
+        return re.findall(r"^ *\d+ (\S+) .*\n +(\S.*)$", headers, re.MULTILINE)
+
     def imports(self):
         return {name.upper() for name in re.findall(r"DLL Name: (\S+)", self.text)}
 
@@ -69,8 +75,12 @@ def check_common(built):
     foreign = built.imports() - SYSTEM_LIBRARIES
     check(not foreign, f"{name} imports {', '.join(sorted(foreign))}")
     check(built.imports(), f"{name}: no imports were found")
+    # Of these the linker has an option for each; for the marks of control-flow protection it has none.
     for protection in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
         check(protection in built.text, f"{name} lacks {protection}")
+    check("relocations stripped" not in built.text, f"{name} cannot be moved: its relocations are stripped")
+    both = [section for section, flags in built.sections() if "CODE" in flags and "READONLY" not in flags]
+    check(not both, f"{name} can be written to where it is executed: {', '.join(both)}")
 
 
 def main():
