@@ -250,7 +250,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     const LibraryUnderTest& library = Library();
     FuzzedInput input({reinterpret_cast<const char*>(data), size});
     Script& script = TheScript();
-    script.Reset();
     script.keepsCalls = false;
     MakeFuzzedScript(input, script);
     const std::uint32_t insideAction = input.TakeBelow(4);
@@ -272,5 +271,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     library.CloseAddressBook(again);
     const std::string imbalance = script.Imbalance();
     Promise(imbalance.empty(), imbalance.c_str());
+    script.Reset();
     return 0;
 }

@@ -138,6 +138,12 @@ TEST_F(HostileProviderTest, RecipientsMayBeBroken) {
                 seen += std::string(record.name) + ':' + record.businessFax + ' ';
         EXPECT_EQ(seen, style == 4 ? "Ada:1 :1 " : ": : Ada: Ada:1 :1 : ");
     }
+    // Entries that never had values.
+    script.entries["g"].members = {"", "m3", ""};
+    const std::vector<GroupMemberRecord> found =
+        ListMembers(session, DestinationsOf({GroupRow("g", "Group")})[0].entry);
+    ASSERT_EQ(found.size(), 3u);
+    EXPECT_STREQ(found[1].name, "Ada");
     // The group's own entry with fewer values than asked for, and with none behind the count.
     for (const ULONG length : {0u, 1u, 2u}) {
         script.entries["g"].properties.length = length;

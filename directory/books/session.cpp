@@ -173,7 +173,7 @@ std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, CardSetCont
     CardFile& known = files_[file];
     if (!known.isOnDisk) return known.cards;
     const FileStatus status = ReadFileStatus(known.path).value_or(FileStatus());
-    if (!known.cards || status != known.status || known.charset != known.readCharset ||
+    if (!known.cards || known.status.isFresh || status != known.status || known.charset != known.readCharset ||
         !known.contents.Includes(contents))
         ReadFromDisk(known, known.contents.And(contents), status);
     return known.cards;

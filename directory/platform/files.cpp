@@ -9,12 +9,27 @@
 #ifdef _WIN32
 #include <windows.h>
 #else
+#include <cerrno>
+#include <ctime>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// The coarsest time of a file system: FAT counts in steps of two seconds.
+constexpr std::int64_t coarsestStepSeconds = 2;
+
+bool IsFresh(std::int64_t modified, std::int64_t now, std::int64_t unitsPerSecond) {
+    const std::int64_t step = coarsestStepSeconds * unitsPerSecond;
+    return modified > now - step && modified < now + step;
+}
+
+}  // namespace
 
 #ifdef _WIN32
 
@@ -35,8 +50,12 @@ std::uint64_t Join(DWORD high, DWORD low) {
     return static_cast<std::uint64_t>(high) << 32 | low;
 }
 
-bool WriteAndFlush(const fs::path& path, std::string_view contents) {
-    const Handle file = Open(path, GENERIC_WRITE, CREATE_ALWAYS);
+std::int64_t Join(const FILETIME& time) {
+    return static_cast<std::int64_t>(Join(time.dwHighDateTime, time.dwLowDateTime));
+}
+
+bool WriteNewFile(const fs::path& path, std::string_view contents) {
+    const Handle file = Open(path, GENERIC_WRITE, CREATE_NEW);
     DWORD written = 0;
     return file && WriteFile(file.get(), contents.data(), static_cast<DWORD>(contents.size()), &written, nullptr) &&
            written == contents.size() && FlushFileBuffers(file.get());
@@ -56,15 +75,23 @@ std::optional<FileStatus> ReadFileStatus(const fs::path& path) {
     const Handle file = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
     BY_HANDLE_FILE_INFORMATION information;
     if (!file || !GetFileInformationByHandle(file.get(), &information)) return std::nullopt;
-    const FILETIME& time = information.ftLastWriteTime;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    const std::int64_t modified = Join(information.ftLastWriteTime);
     return FileStatus{information.dwVolumeSerialNumber, Join(information.nFileIndexHigh, information.nFileIndexLow),
-                      Join(information.nFileSizeHigh, information.nFileSizeLow),
-                      static_cast<std::int64_t>(Join(time.dwHighDateTime, time.dwLowDateTime))};
+                      Join(information.nFileSizeHigh, information.nFileSizeLow), modified,
+                      IsFresh(modified, Join(now), 10'000'000)};
 }
 
 #else
 
 namespace {
+
+constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return static_cast<std::int64_t>(time.tv_sec) * nanosecondsPerSecond + time.tv_nsec;
+}
 
 class Descriptor {
   public:
@@ -80,10 +107,11 @@ class Descriptor {
     int number_;
 };
 
-bool WriteAndFlush(const fs::path& path, std::string_view contents) {
-    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+bool WriteNewFile(const fs::path& path, std::string_view contents) {
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     while (file.Get() >= 0 && !contents.empty()) {
         const ssize_t written = write(file.Get(), contents.data(), contents.size());
+        if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
         contents.remove_prefix(static_cast<size_t>(written));
     }
@@ -106,9 +134,11 @@ long ProcessNumber() {
 
 std::optional<FileStatus> ReadFileStatus(const fs::path& path) {
     struct stat information = {};
-    if (stat(path.c_str(), &information) != 0) return std::nullopt;
-    return FileStatus{information.st_dev, information.st_ino, static_cast<std::uint64_t>(information.st_size),
-                      static_cast<std::int64_t>(information.st_mtim.tv_sec) * 1000000000 + information.st_mtim.tv_nsec};
+    timespec now = {};
+    if (stat(path.c_str(), &information) != 0 || clock_gettime(CLOCK_REALTIME, &now) != 0) return std::nullopt;
+    const std::int64_t modified = Nanoseconds(information.st_mtim);
+    return FileStatus{information.st_dev, information.st_ino, static_cast<std::uint64_t>(information.st_size), modified,
+                      IsFresh(modified, Nanoseconds(now), nanosecondsPerSecond)};
 }
 
 #endif
@@ -129,9 +159,13 @@ bool ReplaceFile(const fs::path& path, std::string_view contents) {
     if (error) return false;
     if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
     if (error) return false;
-    fs::path temporary = target;
-    temporary += "." + std::to_string(ProcessNumber()) + ".new";
-    if (WriteAndFlush(temporary, contents) && RenameOver(temporary, target)) return true;
+    // A file of that name is somebody else's, or what a crash has left.
+    fs::path temporary;
+    for (int attempt = 0; temporary.empty() || fs::exists(fs::symlink_status(temporary, error)); ++attempt) {
+        temporary = target;
+        temporary += "." + std::to_string(ProcessNumber()) + "-" + std::to_string(attempt) + ".new";
+    }
+    if (WriteNewFile(temporary, contents) && RenameOver(temporary, target)) return true;
     fs::remove(temporary, error);
     return false;
 }

@@ -14,6 +14,8 @@ struct FileStatus {
     std::uint64_t index = 0;
     std::uint64_t size = 0;
     std::int64_t modified = 0;  // in the system's own unit
+    // Changed so shortly before it was asked for that a further change need not show in the time of the last one.
+    bool isFresh = false;
 
     bool IsSameFileAs(const FileStatus& other) const { return volume == other.volume && index == other.index; }
     friend bool operator==(const FileStatus&, const FileStatus&) = default;
@@ -25,8 +27,8 @@ std::optional<FileStatus> ReadFileStatus(const std::filesystem::path& path);
 // The bytes of a small file, or nothing when it cannot be read.
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
 
-// Writes beside the file, flushes to the disk and renames; makes missing folders. False when it cannot, then the file
-// is as it was.
+// Writes a new file beside the file, flushes to the disk and renames; makes missing folders. False when it cannot, then
+// the file is as it was.
 bool ReplaceFile(const std::filesystem::path& path, std::string_view contents);
 
 // For messages and names.

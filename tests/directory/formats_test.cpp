@@ -1,8 +1,10 @@
 // Files as the disk has them: of every format and encoding, damaged, changing and gone.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <fstream>
 #include <stdexcept>
+#include <thread>
 #ifndef _WIN32
 #include <unistd.h>
 #endif
@@ -164,6 +166,42 @@ TEST(Formats, AFileMayChangeBetweenAnyTwoCalls) {
     std::filesystem::resize_file(file, std::filesystem::file_size(file) - 5);
     EXPECT_EQ(caller.ListContents(id).size(), 21U);
     EXPECT_NE(contacts.Diagnostics().find("without END:VCARD"), std::string::npos);
+}
+
+// Two changes within one step of the file system's time: neither the time nor the size tells.
+TEST(Formats, ChangesOfOneMomentAreSeen) {
+    ContactsFolderForTest contacts;
+    const std::filesystem::path file = contacts.Contacts() / "a.vcf";
+    contacts.Write("a.vcf", CardOf({"FN:Ann"}));
+    const auto moment = std::filesystem::last_write_time(file);
+    Caller caller;
+    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ann|");
+    contacts.Write("a.vcf", CardOf({"FN:Ben"}));
+    std::filesystem::last_write_time(file, moment);
+    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ben|");
+}
+
+// A listing that meets a file half-written shows cards of it or none, and complains at the worst.
+TEST(Formats, AFileMayChangeWhileItIsRead) {
+    ContactsFolderForTest contacts;
+    std::string text;
+    for (int count = 0; count < 20000; ++count)
+        text += CardOf({"FN:Ann", "TEL;TYPE=FAX,WORK:" + std::to_string(count)});
+    contacts.Write("a.vcf", text);
+    Caller caller;
+    const std::string id = caller.BookId();
+    std::atomic<bool> stop = false;
+    std::thread writer([&] {
+        for (size_t round = 1; !stop; ++round)
+            contacts.Write("a.vcf", text.substr(0, text.size() * 97 / 100 / (round % 7 + 1)));
+    });
+    for (int round = 0; round < 15; ++round)
+        for (const Values& row : caller.ListContents(id))
+            EXPECT_TRUE(std::string("Ann").starts_with(row.at(PR_DISPLAY_NAME)));
+    stop = true;
+    writer.join();
+    contacts.Write("a.vcf", text);
+    EXPECT_EQ(caller.ListContents(id).size(), 20000U);
 }
 
 #ifndef _WIN32

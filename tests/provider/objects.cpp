@@ -244,9 +244,15 @@ class ScriptedSupport : public Object<SessionSupport> {
             const std::vector<std::string> members = exists ? found->second.members : std::vector<std::string>();
             ADRLIST* expanded = MakeAddressList(offsetof(ADRLIST, aEntries) + members.size() * sizeof(ADRENTRY));
             expanded->cEntries = static_cast<ULONG>(members.size());
-            for (size_t i = 0; i < members.size(); ++i)
+            for (size_t i = 0; i < members.size(); ++i) {
+                if (members[i].empty()) {
+                    ++CurrentScript().totals.hostileAnswers;
+                    expanded->aEntries[i] = {0, recipientTags.cValues, nullptr};
+                    continue;
+                }
                 SetValues(expanded->aEntries[i], {Identifier(members[i]), Number(PR_RECIPIENT_TYPE, MAPI_TO)},
                           recipientTags.Get());
+            }
             FreeAddressListAndValues(*list, "ExpandRecipients");
             *list = expanded;
         });

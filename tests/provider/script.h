@@ -56,8 +56,10 @@ struct Entry {
     HRESULT contentsResult = S_OK;  // GetContentsTable: not negative, it is the contents style
     Table hierarchy = {};
     Table contents = {};
-    Row properties = {};                    // for GetProps, and for PrepareRecips as a recipient
-    std::vector<std::string> members = {};  // of a distribution list: the identifiers that its expansion gives
+    Row properties = {};  // for GetProps, and for PrepareRecips as a recipient
+    // Of a distribution list: the identifiers that its expansion gives; an empty one gives an entry that has no values
+    // and claims to have them.
+    std::vector<std::string> members = {};
 };
 
 // An answer other than the scripted one.
