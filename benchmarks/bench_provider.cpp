@@ -1,107 +1,36 @@
-// A provider with one address book, whose contents table repeats one prebuilt batch of rows: its calls cost next to
-// nothing, so that what is measured is the library. 60 % of the rows are persons with one fax number, 25 % with two, 10
-// % without, 5 % are groups; every fifth person has a comment.
-#include "bench_provider.h"
-
+// A provider with one address book, whose rows are prebuilt: its calls cost next to nothing, so that what is measured
+// is the library.
 #include <algorithm>
-#include <memory>
-#include <string>
-#include <vector>
+#include <cstdlib>
+#include <new>
+#include <optional>
 
-#include "model/contents_columns.h"
+#include "bench_book.h"
+#include "bench_rows.h"
 #include "objects/unsupported.h"
 #include "provider/entry_points.h"
 
 namespace {
 
-constexpr ULONG batchRows = 10000;
-constexpr ULONG columnCount = static_cast<ULONG>(ContentsColumn::Count);
-constexpr size_t identifierSize = 16;
+BenchBook book;
 
-ULONG rowCount = batchRows;
-
-std::string Pad(std::string text, size_t length) {
-    text.resize(length, 'x');
-    return text;
+ContentsBatch& GetBatch() {
+    static ContentsBatch numbers(false);
+    static ContentsBatch entries(true);
+    return book.contentsStyle == S_OK ? numbers : entries;
 }
 
-class Batch {
-  public:
-    Batch() : memory(new char[offsetof(SRowSet, aRow) + batchRows * sizeof(SRow)]), values(batchRows * columnCount) {
-        rows = reinterpret_cast<SRowSet*>(memory.get());
-        rows->cRows = batchRows;
-        for (ULONG i = 0; i < batchRows; ++i) Fill(i);
-    }
-
-    // The first rows of the batch, as one row set; ends the one given before.
-    SRowSet* Give(ULONG count) {
-        rows->cRows = std::min(count, batchRows);
-        return rows;
-    }
-
-  private:
-    SPropValue& At(ULONG row, ContentsColumn column) { return values[row * columnCount + static_cast<ULONG>(column)]; }
-
-    void SetString(ULONG row, ContentsColumn column, const std::string& text) {
-        texts.push_back(std::make_unique<char[]>(text.size() + 1));
-        std::copy_n(text.c_str(), text.size() + 1, texts.back().get());
-        SPropValue& value = At(row, column);
-        value.ulPropTag = GetTag(column);
-        value.Value.lpszA = texts.back().get();
-    }
-
-    void Fill(ULONG row) {
-        for (ULONG column = 0; column < columnCount; ++column) {
-            SPropValue& value = values[row * columnCount + column];
-            value.ulPropTag = CHANGE_PROP_TYPE(ContentsColumns.aulPropTag[column], PT_ERROR);
-            value.Value.err = MAPI_E_NOT_FOUND;
-        }
-        // A missing company, department or comment would ask for a second read: those are empty strings instead.
-        for (const ContentsColumn column :
-             {ContentsColumn::CompanyName, ContentsColumn::DepartmentName, ContentsColumn::Comment})
-            SetString(row, column, "");
-        const std::string number = std::to_string(row);
-        const ULONG percent = row % 100;
-        const bool group = percent >= 95;
-        SetString(row, ContentsColumn::DisplayName, Pad("Name " + number, 18));
-        SPropValue& type = At(row, ContentsColumn::ObjectType);
-        type.ulPropTag = PR_OBJECT_TYPE;
-        type.Value.l = static_cast<LONG>(group ? MAPI_DISTLIST : MAPI_MAILUSER);
-        SetString(row, ContentsColumn::AddrType, "SMTP");
-        texts.push_back(std::make_unique<char[]>(identifierSize));
-        std::copy_n(Pad(number, identifierSize).data(), identifierSize, texts.back().get());
-        SPropValue& identifier = At(row, ContentsColumn::EntryId);
-        identifier.ulPropTag = PR_ENTRYID;
-        identifier.Value.bin = {identifierSize, reinterpret_cast<BYTE*>(texts.back().get())};
-        if (row % 5 == 0) SetString(row, ContentsColumn::Comment, Pad("Comment", 40));
-        if (group) {
-            Attach(row);
-            return;
-        }
-        SetString(row, ContentsColumn::CompanyName, Pad("Company " + number, 20));
-        SetString(row, ContentsColumn::DepartmentName, Pad("Dept " + number, 12));
-        if (percent < 85) SetString(row, ContentsColumn::BusinessFaxNumber, Pad("+1 555 01 " + number, 14));
-        if (percent < 25) SetString(row, ContentsColumn::HomeFaxNumber, Pad("+1 555 02 " + number, 14));
-        Attach(row);
-    }
-
-    void Attach(ULONG row) { rows->aRow[row] = {0, columnCount, &values[row * columnCount]}; }
-
-    std::unique_ptr<char[]> memory;
-    std::vector<SPropValue> values;
-    std::vector<std::unique_ptr<char[]>> texts;
-    SRowSet* rows;
-};
-
-Batch& GetBatch() {
-    static Batch batch;
-    return batch;
+// Of the containers, the address book itself being the first.
+HierarchyRows& GetHierarchy() {
+    static std::optional<HierarchyRows> rows;
+    if (!rows || rows->Count() != book.containers + 1) rows.emplace(book.containers + 1);
+    return *rows;
 }
 
-// The rows of the address book, or the one row of the root's hierarchy.
-class Table : public UnsupportedTable {
+// The rows of a contents table, which repeat the batch.
+class ContentsTable final : public UnsupportedTable {
   public:
-    explicit Table(ULONG count) : left(count) {}
+    explicit ContentsTable(ULONG count) : left(count) {}
 
     HRESULT STDMETHODCALLTYPE SetColumns(const SPropTagArray*, ULONG) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE QueryColumns(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
@@ -112,6 +41,7 @@ class Table : public UnsupportedTable {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE QueryRows(LONG asked, ULONG, SRowSet** rows) override {
+        ++book.calls;
         *rows = GetBatch().Give(std::min(left, static_cast<ULONG>(asked)));
         left -= (*rows)->cRows;
         return S_OK;
@@ -121,56 +51,162 @@ class Table : public UnsupportedTable {
     ULONG left;
 };
 
-// The root and the address book alike. A hierarchy row has its name and identifier in the first columns, as the rows of
-// the contents table do.
-class Container : public UnsupportedContainer {
+// The rows from one container to another.
+class HierarchyTable final : public UnsupportedTable {
+  public:
+    HierarchyTable(ULONG from, ULONG to) : next(from), end(to) {}
+
+    HRESULT STDMETHODCALLTYPE SetColumns(const SPropTagArray*, ULONG) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE QueryColumns(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE SeekRow(ULONG, LONG, LONG*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE QueryPosition(ULONG*, ULONG*, ULONG*) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE GetRowCount(ULONG, ULONG* count) override {
+        *count = end - next;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE QueryRows(LONG asked, ULONG, SRowSet** rows) override {
+        ++book.calls;
+        const ULONG count = std::min(end - next, static_cast<ULONG>(asked));
+        *rows = static_cast<SRowSet*>(std::malloc(offsetof(SRowSet, aRow) + count * sizeof(SRow)));
+        if (*rows == nullptr) return MAPI_E_NOT_ENOUGH_MEMORY;
+        (*rows)->cRows = count;
+        std::copy_n(GetHierarchy().Row(next), count, (*rows)->aRow);
+        next += count;
+        return S_OK;
+    }
+
+  private:
+    ULONG next;
+    const ULONG end;
+};
+
+// A container, the root, a person or a group: whatever is opened.
+class BenchEntry : public UnsupportedContainer {
   public:
     HRESULT STDMETHODCALLTYPE GetProps(const SPropTagArray*, ULONG, ULONG*, SPropValue**) override {
         return MAPI_E_NO_SUPPORT;
     }
     HRESULT STDMETHODCALLTYPE GetPropList(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
-        *table = new Table(rowCount);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG, IMAPITable** table) override {
-        *table = new Table(1);
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable**) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG, IMAPITable**) override { return MAPI_E_NO_SUPPORT; }
     HRESULT STDMETHODCALLTYPE OpenEntry(ULONG, BYTE*, const IID*, ULONG, ULONG*, IUnknown**) override {
         return MAPI_E_NO_SUPPORT;
     }
 };
 
-class AddressBook : public UnsupportedAddressBook {
+class Root final : public BenchEntry {
+  public:
+    HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG, IMAPITable** table) override {
+        *table = new HierarchyTable(0, 1);
+        return S_OK;
+    }
+};
+
+class Container final : public BenchEntry {
+  public:
+    explicit Container(ULONG number) : first(number * book.branching + 1) {}
+
+    HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
+        ++book.calls;
+        *table = new ContentsTable(book.rows);
+        return book.contentsStyle;
+    }
+    HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG, IMAPITable** table) override {
+        ++book.calls;
+        const ULONG end = book.containers + 1;
+        *table = new HierarchyTable(std::min(first, end), std::min(first + book.branching, end));
+        return S_OK;
+    }
+
+  private:
+    const ULONG first;  // of the containers in it
+};
+
+// A person or a group.
+class Destination final : public BenchEntry {
+  public:
+    Destination(const BYTE* bytes, ULONG size) : plainName(GetBatch().PlainName(bytes, size)) {}
+
+    // The plain name where that is asked for; else what a group is expanded by, of which nothing is looked at.
+    HRESULT STDMETHODCALLTYPE GetProps(const SPropTagArray* tags, ULONG, ULONG* count, SPropValue** props) override {
+        ++book.calls;
+        static SPropValue recipient[5];
+        *count = tags->cValues;
+        *props = tags->cValues == 1 ? plainName : recipient;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
+        ++book.calls;
+        *table = new ContentsTable(book.members);
+        return S_OK;
+    }
+
+  private:
+    SPropValue* const plainName;
+};
+
+class AddressBook final : public UnsupportedAddressBook {
   public:
     HRESULT STDMETHODCALLTYPE GetProps(const SPropTagArray*, ULONG, ULONG*, SPropValue**) override {
         return MAPI_E_NO_SUPPORT;
     }
     HRESULT STDMETHODCALLTYPE GetPropList(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE OpenEntry(ULONG, BYTE*, const IID*, ULONG, ULONG* type, IUnknown** entry) override {
+    HRESULT STDMETHODCALLTYPE OpenEntry(ULONG size, BYTE* bytes, const IID*, ULONG, ULONG* type,
+                                        IUnknown** entry) override {
+        ++book.calls;
+        if (size == ContentsBatch::identifierSize) {
+            *type = MAPI_DISTLIST;
+            *entry = new Destination(bytes, size);
+            return S_OK;
+        }
         *type = MAPI_ABCONT;
-        *entry = new Container;
+        ULONG number = 0;
+        if (size == sizeof number) std::memcpy(&number, bytes, sizeof number);
+        if (size == 0)
+            *entry = new Root;
+        else
+            *entry = new Container(number);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE CompareEntryIDs(ULONG, BYTE*, ULONG, BYTE*, ULONG, ULONG*) override {
         return MAPI_E_NO_SUPPORT;
     }
-    HRESULT STDMETHODCALLTYPE PrepareRecips(ULONG, const SPropTagArray*, ADRLIST*) override {
-        return MAPI_E_NO_SUPPORT;
+    HRESULT STDMETHODCALLTYPE PrepareRecips(ULONG, const SPropTagArray*, ADRLIST* list) override {
+        ++book.calls;
+        for (ULONG i = 0; i < list->cEntries; ++i) {
+            const SRow& row = GetBatch().Row(i);
+            list->aEntries[i] = {0, row.cValues, row.lpProps};
+        }
+        return S_OK;
     }
 };
 
-class Support : public CountedObject<SessionSupport> {
+// The values belong to the provider; a list is one block.
+class Support final : public CountedObject<SessionSupport> {
   public:
     HRESULT STDMETHODCALLTYPE Reserved3() override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE AllocateAddressList(ULONG, ADRLIST**) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE AllocateAddressList(ULONG size, ADRLIST** list) override {
+        *list = static_cast<ADRLIST*>(std::malloc(size));
+        return *list != nullptr ? S_OK : MAPI_E_NOT_ENOUGH_MEMORY;
+    }
     HRESULT STDMETHODCALLTYPE Reserved5() override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE FreeProperties(SPropValue*) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE FreeProperties(SPropValue*) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE Reserved7() override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE FreeAddressList(ADRLIST*) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE FreeAddressList(ADRLIST* list) override {
+        std::free(list);
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE Reserved9() override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE ExpandRecipients(ULONG, ADRLIST**) override { return MAPI_E_NO_SUPPORT; }
+    HRESULT STDMETHODCALLTYPE ExpandRecipients(ULONG, ADRLIST** list) override {
+        ++book.calls;
+        const size_t size = offsetof(ADRLIST, aEntries) + book.members * sizeof(ADRENTRY);
+        auto* const expanded = static_cast<ADRLIST*>(std::calloc(1, size));
+        if (expanded == nullptr) return MAPI_E_NOT_ENOUGH_MEMORY;
+        expanded->cEntries = book.members;
+        std::free(*list);
+        *list = expanded;
+        return S_OK;
+    }
 };
 
 }  // namespace
@@ -182,11 +218,12 @@ STDAPI VOKOpen(HWND, const char*, ULONG, void*, ULONG, void*, void*, void*, IAdd
     return S_OK;
 }
 
-// The rows belong to the provider.
-STDAPI_(void) VOKFreeProws(SRowSet*) {}
+STDAPI_(void) VOKFreeProws(SRowSet* rows) {
+    if (rows != GetBatch().Give(rows->cRows)) std::free(rows);
+}
 
-STDAPI_(void) SetBenchRows(ULONG count) {
-    rowCount = count;
+STDAPI_(BenchBook*) GetBenchBook() {
+    return &book;
 }
 
 STDAPI_(const SRowSet*) GetBenchBatch() {

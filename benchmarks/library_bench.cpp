@@ -1,140 +1,182 @@
-// library_bench [ROWS] [ROUNDS]: counting, filling and closing one large address book through QDXL7RC.DLL, beside the
-// floor. Rounds of both are interleaved; printed are medians, their spread and their ratio.
-#include <windows.h>
-
+// library_bench [ROWS [ROUNDS [RESULTS]]]: large address books, hierarchies and groups through QDXL7RC.DLL, beside the
+// floor. Rounds of both are interleaved; printed are medians, their spread and their ratio, and written to the file
+// RESULTS, too. ROWS, at least 1000, is the size of the largest address book; hierarchies and groups have a tenth of
+// it.
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "bench_provider.h"
+#include "bench_session.h"
 #include "floor.h"
 #include "heap_bytes.h"
-#include "qdxl7rc.h"
+#include "series.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-[[noreturn]] void Fail(const char* what) {
-    std::fprintf(stderr, "library_bench: %s failed\n", what);
-    std::exit(1);
-}
-
-template <class Function>
-Function* Resolve(HMODULE module, const char* name) {
-    auto* function = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    if (function == nullptr) Fail(name);
-    return function;
-}
-
-class Series {
-  public:
-    void Add(double value) { values.push_back(value); }
-    double Median() const {
-        std::vector<double> sorted = values;
-        std::sort(sorted.begin(), sorted.end());
-        return sorted[sorted.size() / 2];
-    }
-    // The distance of the extremes, in percent of the median.
-    double Spread() const {
-        const auto [low, high] = std::minmax_element(values.begin(), values.end());
-        return Median() != 0 ? (*high - *low) / Median() * 100 : 0;
-    }
-
-  private:
-    std::vector<double> values;
-};
-
 struct Measured {
-    Series counting, filling, closing, recounting, bytes;
+    Series counting, recounting, filling, closing, bytes;
 };
 
-template <class Work>
-double TimePerRow(ULONG rows, Work work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double, std::nano>(Clock::now() - start).count() / rows;
-}
-
-void Print(const char* what, const Series& library, const Series& floor) {
-    std::printf("%-34s %9.2f (%3.0f %%) %9.2f (%3.0f %%) %7.2f\n", what, library.Median(), library.Spread(),
-                floor.Median(), floor.Spread(), library.Median() / floor.Median());
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    const auto rows = static_cast<ULONG>(argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 200000);
-    const int rounds = argc > 2 ? std::atoi(argv[2]) : 7;
-    if (rows == 0 || rounds < 1) Fail("reading the arguments: library_bench [ROWS] [ROUNDS]");
-
-    const std::string folder = std::filesystem::absolute(argv[0]).parent_path().string();
-    HMODULE provider = LoadLibraryA((folder + "/QDXL7RA.DLL").c_str());
-    HMODULE library = LoadLibraryA((folder + "/QDXL7RC.DLL").c_str());
-    if (provider == nullptr || library == nullptr) Fail("loading QDXL7RC.DLL and QDXL7RA.DLL beside this program");
-    Resolve<SetBenchRowsFunction>(provider, "SetBenchRows")(rows);
-    const SRowSet& batch = *Resolve<GetBenchBatchFunction>(provider, "GetBenchBatch")();
-    const auto open = Resolve<decltype(OpenAddressBook)>(library, "OpenAddressBook");
-    const auto close = Resolve<decltype(CloseAddressBook)>(library, "CloseAddressBook");
-    const auto listBooks = Resolve<decltype(GetAddressBookList)>(library, "GetAddressBookList");
-    const auto listDestinations = Resolve<decltype(GetDestinationList)>(library, "GetDestinationList");
-
+// One address book of that many rows. The caller's records are made once for all rounds.
+void MeasureBook(const Modules& modules, ULONG rows, int rounds, Measured& ours, Measured& floors) {
+    modules.book.rows = rows;
+    const bool areFaxEntries = modules.book.contentsStyle != S_OK;
+    const SRowSet& batch = *modules.getBatch();
+    Held<IAddrBook> addressBook;
+    Held<SessionSupport> support;
+    modules.openProvider(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr, nullptr, addressBook.Receive(),
+                         support.Receive());
+    const auto countFloor = [&](Floor& floor) {
+        return areFaxEntries ? floor.CountFaxEntries(batch, rows, *addressBook.Get(), *support.Get())
+                             : floor.Count(batch, rows);
+    };
     std::vector<DestinationRecord> storage;
     std::vector<DestinationRecord*> addresses;
-    Measured ours, floors;
     for (int round = 0; round < rounds; ++round) {
-        SessionHandle* session = open(nullptr, nullptr, 0, nullptr, 0, nullptr);
-        uint32_t bookCount = 0;
-        if (session == nullptr || listBooks(session, 0, nullptr, &bookCount, nullptr) != 1) Fail("opening a session");
-        AddressBookRecord book{};
-        const RecordListDescriptor bookRecords{sizeof book, {}, &book};
-        if (listBooks(session, 0, nullptr, &bookCount, &bookRecords) != 1) Fail("listing the address book");
-
+        Session session(modules);
         uint32_t count = 0;
         const size_t before = GetHeapBytes();
-        ours.counting.Add(TimePerRow(rows, [&] { listDestinations(session, 0, book.entry, &count, nullptr); }));
+        ours.counting.Add(TimePer(rows, [&] { count = session.Count(); }));
         ours.bytes.Add(static_cast<double>(GetHeapBytes() - before) / rows);
         Floor floor;
         uint32_t floorCount = 0;
-        floors.counting.Add(TimePerRow(rows, [&] { floorCount = floor.Count(batch, rows); }));
+        floors.counting.Add(TimePer(rows, [&] { floorCount = countFloor(floor); }));
         floors.bytes.Add(static_cast<double>(floor.GetBytes()) / rows);
-        if (count != floorCount) Fail("counting the same records twice");
+        Require(count == floorCount, "counting the same records twice");
 
         if (storage.empty()) {
             storage.resize(count);
             for (DestinationRecord& record : storage) addresses.push_back(&record);
         }
-        const RecordListDescriptor records{0, {}, addresses.data()};
-        int32_t filled = 0;
-        const auto fill = [&] {
-            ours.filling.Add(
-                TimePerRow(rows, [&] { filled = listDestinations(session, 0, book.entry, &count, &records); }));
-        };
-        const auto fillFloor = [&] { floors.filling.Add(TimePerRow(rows, [&] { floor.Fill(addresses.data()); })); };
+        const auto fill = [&] { ours.filling.Add(TimePer(rows, [&] { session.Fill(addresses); })); };
+        const auto fillFloor = [&] { floors.filling.Add(TimePer(rows, [&] { floor.Fill(addresses.data()); })); };
         // Whoever comes second finds the records in the cache.
         if (round % 2 == 0) fillFloor();
         fill();
         if (round % 2 != 0) fillFloor();
-        if (filled != 1) Fail("filling");
 
-        uint32_t again = 0;
-        ours.recounting.Add(TimePerRow(rows, [&] { listDestinations(session, 0, book.entry, &again, nullptr); }));
-        ours.closing.Add(TimePerRow(rows, [&] { close(session); }));
-        floors.closing.Add(TimePerRow(rows, [&] { floor.Close(); }));
-        floors.recounting.Add(TimePerRow(rows, [&] { floor.Count(batch, rows); }));
-        floor.Close();
+        const size_t beforeAgain = GetHeapBytes();
+        ours.recounting.Add(TimePer(rows, [&] { session.Count(); }));
+        Require(GetHeapBytes() <= beforeAgain + 64 * 1024, "counting again without fresh memory");
+        ours.closing.Add(TimePer(rows, [&] { session.Close(); }));
+        floors.closing.Add(TimePer(rows, [&] { floor.Close(); }));
+        floors.recounting.Add(TimePer(rows, [&] { countFloor(floor); }));
     }
-    std::printf("%lu rows, %zu records, medians of %d interleaved rounds (spread)\n", static_cast<unsigned long>(rows),
-                storage.size(), rounds);
-    std::printf("%-34s %17s %17s %7s\n", "", "library", "floor", "ratio");
-    Print("counting, ns per row", ours.counting, floors.counting);
-    Print("counting again, ns per row", ours.recounting, floors.recounting);
-    Print("filling, ns per row", ours.filling, floors.filling);
-    Print("closing, ns per row", ours.closing, floors.closing);
-    Print("heap, bytes per row", ours.bytes, floors.bytes);
+}
+
+// Small books are read more often, so that all sizes take their time.
+int RoundsFor(ULONG rows, ULONG largest, int rounds) {
+    return static_cast<int>(std::clamp<double>(rounds * (static_cast<double>(largest) / rows), rounds, 400));
+}
+
+void ReportBook(const Modules& modules, Report& report, ULONG rows, int rounds) {
+    report.Begin("one address book, per row");
+    Measured ours, floors;
+    MeasureBook(modules, rows, rounds, ours, floors);
+    report.Add("counting, ns", rows, ours.counting, floors.counting);
+    report.Add("counting again, ns", rows, ours.recounting, floors.recounting);
+    report.Add("filling, ns", rows, ours.filling, floors.filling);
+    report.Add("closing, ns", rows, ours.closing, floors.closing);
+    report.Add("heap, bytes", rows, ours.bytes, floors.bytes);
+}
+
+void ReportGrowth(const Modules& modules, Report& report, const char* section, ULONG largest, int rounds) {
+    report.Begin(section);
+    for (ULONG rows = std::max<ULONG>(largest / 1000, 1); rows <= largest; rows *= 10) {
+        Measured ours, floors;
+        MeasureBook(modules, rows, RoundsFor(rows, largest, rounds), ours, floors);
+        report.Add("counting, ns", rows, ours.counting, floors.counting);
+        report.Add("filling, ns", rows, ours.filling, floors.filling);
+    }
+}
+
+void ReportHierarchies(const Modules& modules, Report& report, ULONG largest, int rounds) {
+    report.Begin("hierarchies, per container");
+    const struct {
+        const char* name;
+        ULONG branching;  // 0: all side by side
+    } shapes[] = {{"wide", 0}, {"deep", 1}, {"mixed", 10}};
+    for (const auto& shape : shapes) {
+        for (const ULONG containers : {largest / 10, largest}) {
+            modules.book.containers = containers;
+            modules.book.branching = shape.branching != 0 ? shape.branching : containers;
+            Series counting, filling;
+            std::vector<AddressBookRecord> records(containers);
+            for (int round = 0; round < rounds; ++round) {
+                Session session(modules);
+                uint32_t count = 0;
+                counting.Add(TimePer(
+                    containers, [&] { modules.listBooks(session.handle, 0, session.book.entry, &count, nullptr); }));
+                Require(count == containers, "counting the containers");
+                const unsigned long long calls = modules.book.calls;
+                const RecordListDescriptor descriptor{sizeof(AddressBookRecord), {}, records.data()};
+                filling.Add(TimePer(containers, [&] {
+                    modules.listBooks(session.handle, 0, session.book.entry, &count, &descriptor);
+                }));
+                uint32_t again = 0;
+                modules.listBooks(session.handle, 0, session.book.entry, &again, nullptr);
+                Require(again == containers && modules.book.calls == calls, "descending again without the provider");
+            }
+            report.Add(std::string(shape.name) + ": counting, ns", containers, counting);
+            report.Add(std::string(shape.name) + ": filling, ns", containers, filling);
+        }
+    }
+    modules.book.containers = 0;
+    modules.book.branching = 1;
+}
+
+void ReportGroups(const Modules& modules, Report& report, ULONG largest, int rounds) {
+    report.Begin("a group, per member");
+    modules.book.rows = 100;  // of which the last five are groups
+    for (const ULONG members : {largest / 10, largest}) {
+        modules.book.members = members;
+        Series counting, filling, details, detailsAgain;
+        std::vector<GroupMemberRecord> records(members);
+        for (int round = 0; round < rounds; ++round) {
+            Session session(modules);
+            std::vector<DestinationRecord> destinations(session.Count());
+            std::vector<DestinationRecord*> addresses;
+            for (DestinationRecord& record : destinations) addresses.push_back(&record);
+            session.Fill(addresses);
+            const DestinationEntry group = destinations.back().entry;
+            uint32_t count = 0;
+            counting.Add(TimePer(members, [&] { modules.expandGroup(session.handle, 0, group, &count, nullptr); }));
+            Require(count == members, "counting the members");
+            const RecordListDescriptor descriptor{0, {}, records.data()};
+            int32_t filled = 0;
+            filling.Add(
+                TimePer(members, [&] { filled = modules.expandGroup(session.handle, 0, group, &count, &descriptor); }));
+            Require(filled == 1 && *records.back().name != '\0', "filling the members");
+            uint32_t size = 0;
+            details.Add(TimePer(members, [&] { modules.showDetails(session.handle, group, &size, nullptr); }));
+            std::string text(size, '\0');
+            int32_t shown = 0;
+            detailsAgain.Add(
+                TimePer(members, [&] { shown = modules.showDetails(session.handle, group, &size, text.data()); }));
+            Require(shown == 1 && size == members * 20 - 2, "showing the members");
+        }
+        report.Add("counting, ns", members, counting);
+        report.Add("filling, ns", members, filling);
+        report.Add("length of the details text, ns", members, details);
+        report.Add("details text, ns", members, detailsAgain);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const auto rows = static_cast<ULONG>(argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1'000'000);
+    const int rounds = argc > 2 ? std::atoi(argv[2]) : 7;
+    if (rows < 1000 || rounds < 1) Fail("reading the arguments");
+    const Modules modules(argv[0]);
+    Report report(argc > 3 ? argv[3] : nullptr);
+    ReportBook(modules, report, rows, rounds);
+    ReportGrowth(modules, report, "growth, per row", rows, rounds);
+    modules.book.contentsStyle = 4;
+    ReportGrowth(modules, report, "fax entries, per row", rows, rounds);
+    modules.book.contentsStyle = S_OK;
+    ReportHierarchies(modules, report, rows / 10, rounds);
+    ReportGroups(modules, report, rows / 10, rounds);
     return 0;
 }
