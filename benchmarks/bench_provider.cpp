@@ -104,7 +104,7 @@ class Root final : public BenchEntry {
 
 class Container final : public BenchEntry {
   public:
-    explicit Container(ULONG number) : first(number * book.branching + 1) {}
+    explicit Container(ULONG number) : first(1ULL * number * book.branching + 1) {}
 
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
         ++book.calls;
@@ -113,13 +113,15 @@ class Container final : public BenchEntry {
     }
     HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG, IMAPITable** table) override {
         ++book.calls;
-        const ULONG end = book.containers + 1;
-        *table = new HierarchyTable(std::min(first, end), std::min(first + book.branching, end));
+        const auto bounded = [](unsigned long long place) {
+            return static_cast<ULONG>(std::min<unsigned long long>(place, book.containers + 1));
+        };
+        *table = new HierarchyTable(bounded(first), bounded(first + book.branching));
         return S_OK;
     }
 
   private:
-    const ULONG first;  // of the containers in it
+    const unsigned long long first;  // of the containers in it, if there are as many
 };
 
 // A person or a group.
