@@ -27,7 +27,7 @@ def text(x, y, words, anchor="middle", more=""):
 def draw_panel(rows, title, offset, top_value):
     sizes = sorted({int(row[2]) for row in rows})
     low, high = math.log10(sizes[0]), math.log10(sizes[-1])
-    right, bottom = offset + WIDTH - 20, HEIGHT - BOTTOM
+    right, bottom = offset + WIDTH - 36, HEIGHT - BOTTOM
 
     def x(size):
         return offset + LEFT + (math.log10(size) - low) / (high - low) * (right - offset - LEFT)
