@@ -3,6 +3,9 @@
 
 #include <fstream>
 #include <sstream>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 #include "card_text.h"
 #include "objects/guard.h"
@@ -101,6 +104,25 @@ TEST_F(ProfilesTest, AFileThatCannotBeWrittenIsSaid) {
     contacts_.Write("file", "not a folder");
     EXPECT_EQ(Create("A"), MAPI_E_NO_ACCESS);
     EXPECT_NE(contacts_.Diagnostics().find("cannot be written"), std::string::npos);
+}
+
+// Profiles are written beside the file first: what lies there under that name stays.
+TEST_F(ProfilesTest, WhatIsWrittenBesideTheFileTakesNobodysPlace) {
+#ifdef _WIN32
+    const auto process = GetCurrentProcessId();
+#else
+    const auto process = getpid();
+#endif
+    const std::filesystem::path beside = contacts_.Profiles().string() + "." + std::to_string(process) + "-0.new";
+    std::filesystem::create_directories(beside.parent_path());
+    std::ofstream(beside) << "mine";
+    ASSERT_EQ(Create("A"), S_OK);
+    EXPECT_EQ(ReadText(beside), "mine");
+    EXPECT_EQ(Open("A"), S_OK);
+    unsigned files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(beside.parent_path()))
+        if (entry.path().extension() == ".new") ++files;
+    EXPECT_EQ(files, 1U);
 }
 
 TEST_F(ProfilesTest, TheDisplayProfileOpensWithoutAName) {
