@@ -12,7 +12,7 @@ SECTION = "growth, per row"
 PANELS = [("native.tsv", "native build"), ("windows.tsv", "Windows build under Wine")]
 LINES = [("counting, ns", 3, "counting", "#1f5fa8", ""), ("counting, ns", 4, "counting, floor", "#1f5fa8", "5 4"),
          ("filling, ns", 3, "filling", "#c0501c", ""), ("filling, ns", 4, "filling, floor", "#c0501c", "5 4")]
-WIDTH, HEIGHT, LEFT, TOP, BOTTOM = 460, 330, 60, 40, 50
+WIDTH, HEIGHT, LEFT, TOP, BOTTOM = 460, 360, 60, 86, 50
 
 
 def read(path):
@@ -47,9 +47,9 @@ def draw_panel(rows, title, offset, top_value):
         path = "M" + "L".join(f"{px:.1f} {py:.1f}" for px, py in points)
         style = f'stroke="{colour}" stroke-width="2" stroke-dasharray="{dash}" fill="none"'
         parts.append(f'<path d="{path}" {style}/>')
-        label = TOP + 14 + 16 * index
-        parts.append(f'<path d="M{offset + LEFT + 8} {label - 4}h24" {style}/>')
-        parts.append(text(offset + LEFT + 38, label, name, "start"))
+        left, label = offset + LEFT + 180 * (index // 2), 48 + 18 * (index % 2)
+        parts.append(f'<path d="M{left} {label - 4}h24" {style}/>')
+        parts.append(text(left + 30, label, name, "start"))
     return parts
 
 
