@@ -1,0 +1,73 @@
+#!/usr/bin/env python3
+"""Checks the documents against the tree: every link leads to a file, every path in backquotes exists, every name in
+backquotes stands in the sources.
+
+usage: docs_test.py    from the top folder of the tree
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+# Documents that name a file by its last folders mean one below these.
+PARTS = ["library", "directory", "platform", "."]
+# What a user or a program makes, not the tree.
+MADE = re.compile(r"^(build/|dist/|NAME|addressbook\.ini|profiles\.ini|file:line)|\.(vcf|csv|VCF|CSV)$|NAME\.")
+NAME = re.compile(r"^[A-Za-z_]\w*(::\w+)*$")
+
+
+def read_sources():
+    files = subprocess.run(["git", "ls-files"], check=True, capture_output=True, text=True).stdout.split()
+    texts = {}
+    for file in files:
+        if not file.endswith((".md", ".ico", ".svg")) and "corpus/" not in file and Path(file).exists():
+            texts[file] = Path(file).read_bytes().decode("utf-8", errors="replace")
+    return texts
+
+
+def exists(path):
+    pattern = re.sub(r"\{[^}]*\}|<[^>]*>|NAME", "*", path.rstrip("/"))
+    # A name without an ending means the header and the source.
+    return any(next(iter(Path(part).glob(ending)), None) is not None
+               for part in PARTS for ending in (pattern, pattern + ".*"))
+
+
+def looks_like_path(token):
+    return re.fullmatch(r"\.?[\w.*{},-]*(/[\w.*{},-]*)+|[\w-]+\.(h|cpp|c|py|sh|def|inc|rc|txt|md|json)", token)
+
+
+def main():
+    sources = read_sources()
+    words = set(re.findall(r"\w+", " ".join(sources.values())))
+    checked = failed = 0
+    for document in sorted(Path(".").glob("**/*.md")):
+        if "build" in document.parts:
+            continue
+        text = re.sub(r"^```.*?^```", "", document.read_text(encoding="utf-8"), flags=re.DOTALL | re.MULTILINE)
+        problems = []
+        for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
+            checked += 1
+            if not re.match(r"\w+:", link) and not (document.parent / link).exists():
+                problems.append(f"the link to {link} leads nowhere")
+        for token in re.findall(r"`([^`\n]+)`", text):
+            token = token.removeprefix("./")
+            if MADE.search(token):
+                continue
+            if looks_like_path(token):
+                checked += 1
+                beside = (document.parent / token).exists()
+                if not beside and not exists(token) and not any(file.endswith("/" + token) for file in sources):
+                    problems.append(f"there is no {token}")
+            elif NAME.match(token) and re.search(r"_|::|[a-z][A-Z]", token):
+                checked += 1
+                for part in token.split("::"):
+                    if part not in words:
+                        problems.append(f"no source has the name {token}")
+        for problem in problems:
+            failed += 1
+            print(f"FAILED: {document}: {problem}")
+    print(f"{checked - failed} passed, {failed} failed")
+    sys.exit(1 if failed or not checked else 0)
+
+
+main()
