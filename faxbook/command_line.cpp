@@ -18,6 +18,7 @@ struct Choice {
     std::string name;
     std::string searchWord;
     std::string folder;
+    std::string library;
     std::vector<std::string> services;
     std::function<void(const CommandContext&)> run;
 };
@@ -130,6 +131,15 @@ void AddDiagnosisCommands(CLI::App& app, Choice& choice) {
     check->add_option("FOLDER", choice.folder, "the folder or file to read; without it, those of the profile");
 }
 
+void AddProviderTestCommand(CLI::App& app, Choice& choice) {
+    CLI::App* test = AddReadingCommand(
+        app, choice, "provider-test", "Call a provider library in every way, and say what is wrong with its answers",
+        "  faxbook provider-test C:\\Work\\QDXL7RA.DLL\n"
+        "  faxbook provider-test ./QDXL7RA.DLL --profile Work\n",
+        [&choice](const CommandContext& context) { commands::TestProvider(context, choice.library); });
+    test->add_option("PATH", choice.library, "the provider library")->required();
+}
+
 void AddProfileCommands(CLI::App& app, Choice& choice) {
     CLI::App* profiles = AddCommand(app, choice, "profiles", "List the profiles and their services",
                                     "  faxbook profiles\n"
@@ -194,6 +204,7 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     AddFormatOptions(app, choice);
     AddAddressBookCommands(app, choice);
     AddDiagnosisCommands(app, choice);
+    AddProviderTestCommand(app, choice);
     AddProfileCommands(app, choice);
     AddResourceCommand(app, choice);
     try {

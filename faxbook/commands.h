@@ -36,6 +36,9 @@ void ExplainPerson(const CommandContext& context, const std::string& book, const
 // An empty folder stands for the profile.
 void CheckFiles(const CommandContext& context, const std::string& folder);
 
+// provider_test_command.cpp
+void TestProvider(const CommandContext& context, const std::string& path);
+
 // profile_commands.cpp
 void ListProfiles(const CommandContext& context);
 void CreateProfile(const CommandContext& context, const std::string& name, const std::vector<Service>& services);

@@ -1,7 +1,10 @@
 // Libraries are loaded by their full path and from nowhere else.
 #include "loaded_module.h"
 
+#include <filesystem>
+
 #include "command_failure.h"
+#include "platform/files.h"
 #include "text.h"
 
 namespace {
@@ -22,11 +25,19 @@ std::string ProgramFolder() {
 }  // namespace
 
 LoadedModule::LoadedModule(const std::string& fileName) : path_(ProgramFolder() + fileName) {
+    Load("put it beside this program");
+}
+
+LoadedModule::LoadedModule(const AtPath& where)
+    : path_(InCodePage(Utf8Of(std::filesystem::absolute(PathOfUtf8(where.path))), "the path")) {
+    Load("name a library of this system's kind, 64 bits wide");
+}
+
+void LoadedModule::Load(const char* advice) {
     handle_.reset(LoadLibraryA(path_.c_str()));
-    if (!handle_) {
-        throw CommandFailure("cannot load " + Utf8(path_) + " (system error " + std::to_string(GetLastError()) +
-                             "); put it beside this program");
-    }
+    if (handle_) return;
+    throw CommandFailure("cannot load " + Utf8(path_) + " (system error " + std::to_string(GetLastError()) + "); " +
+                         advice);
 }
 
 FARPROC LoadedModule::FindFunction(const char* name) const {

@@ -1,4 +1,4 @@
-// One of the libraries that lie in this program's folder, loaded for as long as the object lives.
+// A library, loaded for as long as the object lives.
 #pragma once
 
 #include <windows.h>
@@ -10,8 +10,13 @@
 
 class LoadedModule {
   public:
-    // The name is ASCII. Throws CommandFailure when the file cannot be loaded.
+    // From this program's folder; the name is ASCII. Throws CommandFailure when the file cannot be loaded.
     explicit LoadedModule(const std::string& fileName);
+    // From where the user says, in UTF-8.
+    struct AtPath {
+        std::string path;
+    };
+    explicit LoadedModule(const AtPath& where);
 
     HMODULE Handle() const { return handle_.get(); }
     // Throws CommandFailure when the library has no function of that name.
@@ -25,6 +30,7 @@ class LoadedModule {
         void operator()(HMODULE loaded) const { FreeLibrary(loaded); }
     };
 
+    void Load(const char* advice);
     FARPROC FindFunction(const char* name) const;
 
     std::string path_;

@@ -180,6 +180,33 @@ class ReadingTest(FaxbookTest):
                                                    **code_page_environment(code_page)))
 
 
+class ProviderTestTest(FaxbookTest):
+    def provider(self, folder):
+        return system_path(PROGRAM.resolve().parent.parent / folder / "QDXL7RA.DLL")
+
+    def test_the_provider_beside_the_program_has_no_fault(self):
+        self.contacts = self.folder / "contacts"
+        (self.contacts / "Book" / "Inner").mkdir(parents=True)
+        (self.contacts / "Book" / "addressbook.ini").write_text("style = fax-entries\n")
+        shutil.copy(EXAMPLES / "Customers" / "customers.vcf", self.contacts / "Book")
+        shutil.copy(EXAMPLES / "Private.vcf", self.contacts / "Book" / "Inner")
+        shutil.copytree(EXAMPLES / "Company", self.contacts / "Company")
+        done = self.run_faxbook("provider-test", self.provider("bin"))
+        self.assertEqual((done.returncode, done.stdout), (0, b""), done.stderr)
+        self.assertRegex(done.stderr.decode(), r"^faxbook: \d{4} answers of the provider were looked at, all as they")
+
+    def test_faults_are_told(self):
+        # The provider of the benchmarks has only what those need.
+        done = self.run_faxbook("provider-test", self.provider("bench"), "--json")
+        self.assertEqual(done.returncode, 1)
+        faults = {fault["where"]: fault["fault"] for fault in json.loads(done.stdout)}
+        self.assertEqual(faults["VOKAdminProfiles"], "is not exported: profiles cannot be made or shown")
+        self.assertEqual(faults["OpenEntry"], "opens an identifier that it never gave")
+        self.assertNotIn("VOKOpen", faults)
+        self.assertIn(b"6 kinds of fault", done.stderr)
+        self.assert_fails(["provider-test", system_path(EXAMPLES / "Private.vcf")], 1, "cannot load", "Private.vcf")
+
+
 class DiagnosisTest(FaxbookTest):
     def test_why_explains_every_number_of_a_person(self):
         rows = self.rows_of("why", "company", "ADA winterfeld")
