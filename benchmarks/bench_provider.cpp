@@ -27,15 +27,20 @@ HierarchyRows& GetHierarchy() {
     return *rows;
 }
 
-// The rows of a contents table, which repeat the batch.
-class ContentsTable final : public UnsupportedTable {
+// Columns and places are as they were built.
+class PrebuiltTable : public UnsupportedTable {
   public:
-    explicit ContentsTable(ULONG count) : left(count) {}
-
     HRESULT STDMETHODCALLTYPE SetColumns(const SPropTagArray*, ULONG) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE QueryColumns(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
     HRESULT STDMETHODCALLTYPE SeekRow(ULONG, LONG, LONG*) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE QueryPosition(ULONG*, ULONG*, ULONG*) override { return MAPI_E_NO_SUPPORT; }
+};
+
+// The rows of a contents table, which repeat the batch.
+class ContentsTable final : public PrebuiltTable {
+  public:
+    explicit ContentsTable(ULONG count) : left(count) {}
+
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG, ULONG* count) override {
         *count = left;
         return S_OK;
@@ -52,14 +57,10 @@ class ContentsTable final : public UnsupportedTable {
 };
 
 // The rows from one container to another.
-class HierarchyTable final : public UnsupportedTable {
+class HierarchyTable final : public PrebuiltTable {
   public:
     HierarchyTable(ULONG from, ULONG to) : next(from), end(to) {}
 
-    HRESULT STDMETHODCALLTYPE SetColumns(const SPropTagArray*, ULONG) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE QueryColumns(ULONG, SPropTagArray**) override { return MAPI_E_NO_SUPPORT; }
-    HRESULT STDMETHODCALLTYPE SeekRow(ULONG, LONG, LONG*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE QueryPosition(ULONG*, ULONG*, ULONG*) override { return MAPI_E_NO_SUPPORT; }
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG, ULONG* count) override {
         *count = end - next;
         return S_OK;
