@@ -10,7 +10,7 @@
 namespace {
 
 void Write(const std::string& line) {
-    const std::optional<std::filesystem::path> destination = EnvironmentPath("FAXBOOK_DIAGNOSTICS");
+    const std::optional<std::filesystem::path> destination = EnvironmentPath(diagnosticsVariable);
     if (!destination) {
         std::fwrite(line.data(), 1, line.size(), stderr);
     } else if (*destination != "off") {

@@ -1,6 +1,5 @@
 // faxbook books, faxbook destinations.
 #include <algorithm>
-#include <ostream>
 
 #include "books.h"
 #include "characters.h"
@@ -14,15 +13,16 @@ void ListBooks(const CommandContext& context) {
     const Library library;
     Session session(library, context.profile);
     const Books books = ReadBooks(session);
-    Table table({{"path"}, {"name"}, {"kind"}, {"service"}, {"provider_value", Column::Kind::Number}});
+    Table table =
+        context.MakeTable({{"path"}, {"name"}, {"kind"}, {"service"}, {"provider_value", Column::Kind::Number}});
     for (const Book& book : books) {
         table.AddRow({PathText(book), book.name, book.isContainer ? "container" : "address book", book.serviceName,
                       std::to_string(book.providerValue)});
     }
-    Print(table, context.format, context.out);
+    table.Finish();
     if (books.empty()) {
-        context.notes << "faxbook: the profile has no address books; put vCard files or folders of them into its "
-                         "contacts folder\n";
+        context.console.Note(
+            "the profile has no address books; put vCard files or folders of them into its contacts folder");
     }
 }
 
@@ -33,14 +33,16 @@ void ListDestinations(const CommandContext& context, const std::string& book, co
     const Book& found = FindBook(books, book);
     const std::u32string folded = FoldCase(AsCodePageHasIt(searchWord));
     constexpr auto hide = Column::WhenEmpty::Hide;
-    Table table({{"name"},
-                 {"type"},
-                 {"number"},
-                 {"company", Column::Kind::Text, hide},
-                 {"department", Column::Kind::Text, hide},
-                 {"note", Column::Kind::Text, hide},
-                 {"comment", Column::Kind::Text, hide}});
+    Table table = context.MakeTable({{"name"},
+                                     {"type"},
+                                     {"number", Column::Kind::Telephone},
+                                     {"company", Column::Kind::Text, hide},
+                                     {"department", Column::Kind::Text, hide},
+                                     {"note", Column::Kind::Remark, hide},
+                                     {"comment", Column::Kind::Remark, hide}});
+    context.console.Reading(PathText(found));
     session.ForEachDestination(found.entry, [&](const DestinationRecord& record) {
+        context.console.CountOne();
         const std::string cells[] = {
             FieldText(record.name),       record.type == DESTINATION_GROUP ? "group" : "person",
             FieldText(record.faxNumber),  FieldText(record.company),
@@ -50,11 +52,10 @@ void ListDestinations(const CommandContext& context, const std::string& book, co
         if (!folded.empty() && std::ranges::none_of(cells, matches)) return;
         table.AddRow({cells[0], cells[1], cells[2], cells[3], cells[4], cells[5], cells[6]});
     });
-    Print(table, context.format, context.out);
+    table.Finish();
     if (table.RowCount() == 0) {
-        context.notes << "faxbook: no destinations in " << PathText(found);
-        if (!searchWord.empty()) context.notes << " with \"" << searchWord << '"';
-        context.notes << '\n';
+        context.console.Note("no destinations in " + PathText(found) +
+                             (searchWord.empty() ? "" : " with \"" + searchWord + "\""));
     }
 }
 

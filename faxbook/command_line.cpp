@@ -3,15 +3,20 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <functional>
 #include <optional>
+#include <sstream>
 
 #include "commands.h"
+#include "completion/completion.h"
+#include "manual.h"
 
 namespace {
 
 // What the arguments said. The options of every command are read into the same places.
 struct Choice {
     std::string profile;
+    bool table = false;
     bool json = false;
     bool csv = false;
     std::string book;
@@ -19,6 +24,9 @@ struct Choice {
     std::string searchWord;
     std::string folder;
     std::string library;
+    std::string shell;
+    size_t position = 0;
+    std::vector<std::string> words;
     std::vector<std::string> services;
     std::function<void(const CommandContext&)> run;
 };
@@ -28,6 +36,7 @@ void AddProfileOption(CLI::App& app, Choice& choice) {
 }
 
 void AddFormatOptions(CLI::App& app, Choice& choice) {
+    app.add_flag("--table", choice.table, "align the columns where the output is no terminal, too");
     app.add_flag("--json", choice.json, "print JSON: an array with one object for each row");
     app.add_flag("--csv", choice.csv, "print CSV with a header line");
 }
@@ -181,9 +190,41 @@ void AddResourceCommand(CLI::App& app, Choice& choice) {
     AddFormatOptions(*resources, choice);
 }
 
+void AddShellCommands(CLI::App& app, Choice& choice) {
+    CLI::App* completion = AddCommand(
+        app, choice, "completion", "Print what makes a shell complete faxbook's arguments",
+        "  source <(faxbook completion bash)\n"
+        "  faxbook completion powershell | Out-String | Invoke-Expression\n"
+        "Put the line into ~/.bashrc or into the file that $PROFILE names.\n",
+        [&choice](const CommandContext& context) { context.console.Out() << CompletionScript(choice.shell); });
+    completion->add_option("SHELL", choice.shell, "bash or powershell")
+        ->required()
+        ->check(CLI::IsMember(CompletionShells()));
+    AddCommand(app, choice, "manual", "Print the manual page",
+               "  faxbook manual > faxbook.1\n"
+               "  man ./faxbook.1\n",
+               [&app](const CommandContext& context) { PrintManual(app, context.console.Out()); });
+
+    // For the scripts that `completion` prints, and for nobody else.
+    CLI::App* complete = AddCommand(app, choice, "complete", "Print what a word of a command line can be", "",
+                                    [&app, &choice](const CommandContext& context) {
+                                        PrintCandidates(app, choice.words, choice.position, context.console.Out());
+                                    });
+    complete->group("");
+    complete->add_option("POSITION", choice.position, "the word to complete; 0 is the first behind the program's name")
+        ->required();
+    complete->add_option("WORDS", choice.words, "the words up to there");
+}
+
+Format ChosenFormat(const Choice& choice, const Terminal& terminal) {
+    if (choice.json) return Format::Json;
+    if (choice.csv) return Format::Csv;
+    return choice.table || terminal.width > 0 ? Format::Aligned : Format::Tabs;
+}
+
 }  // namespace
 
-int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& notes) {
+int RunCommandLine(const std::vector<std::string>& arguments, Console& console) {
     Choice choice;
     CLI::App app("Reads address books for fax programs: lists the books, their destinations and groups.", "faxbook");
     app.set_version_flag("--version", "faxbook " FAXBOOK_VERSION);
@@ -196,9 +237,9 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.get_formatter()->label("REQUIRED", "");
     app.get_formatter()->label("TEXT", "");
-    app.footer("\"faxbook COMMAND --help\" shows a command's arguments and examples.\n");
+    app.footer("\"faxbook COMMAND --help\" shows a command's arguments and examples.\n\n" + TopicsText());
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return std::string("faxbook: ") + error.what() + "; see \"faxbook --help\" or \"faxbook COMMAND --help\"\n";
+        return std::string(error.what()) + "; see \"faxbook --help\" or \"faxbook COMMAND --help\"";
     });
     AddProfileOption(app, choice);
     AddFormatOptions(app, choice);
@@ -207,15 +248,18 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     AddProviderTestCommand(app, choice);
     AddProfileCommands(app, choice);
     AddResourceCommand(app, choice);
+    AddShellCommands(app, choice);
     try {
         // CLI11 takes the arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
         if (!choice.run) throw CLI::RequiredError("A command");
-        if (choice.json && choice.csv) throw CLI::ExcludesError("--json", "--csv");
+        if (choice.table + choice.json + choice.csv > 1) throw CLI::ExcludesError("--table", "--json and --csv");
     } catch (const CLI::ParseError& error) {
-        return app.exit(error, out, notes) == 0 ? exitSuccess : exitUsage;
+        std::ostringstream notes;
+        const bool isHelp = app.exit(error, console.Out(), notes) == 0;
+        if (!notes.str().empty()) console.Note(notes.str());
+        return isHelp ? exitSuccess : exitUsage;
     }
-    const Format format = choice.json ? Format::Json : choice.csv ? Format::Csv : Format::Table;
-    choice.run({out, notes, format, choice.profile});
+    choice.run({console, ChosenFormat(choice, console.OutTerminal()), choice.profile});
     return exitSuccess;
 }

@@ -1,10 +1,14 @@
-// The program's command line: its commands, their arguments, help and examples, written once here.
+// The program's command line: its commands, their arguments, help and examples, written once here. The manual page and
+// the shells' completion are made of the same.
 #pragma once
 
-#include <functional>
-#include <iosfwd>
 #include <string>
 #include <vector>
+
+#include "console.h"
+
+// The environment variable that keeps colours away.
+inline constexpr char noColourVariable[] = "NO_COLOR";
 
 // The exit codes.
 inline constexpr int exitSuccess = 0;
@@ -13,4 +17,4 @@ inline constexpr int exitUsage = 2;    // the arguments are not understood
 
 // Does what the arguments ask for and returns the exit code of help or wrong usage, or of a command that ended well.
 // Throws CommandFailure when the command fails.
-int RunCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& notes);
+int RunCommandLine(const std::vector<std::string>& arguments, Console& console);

@@ -1,19 +1,21 @@
-// The commands. Each reads through the library, prints its rows to `out` and what a user should know beside them to
-// `notes`, and throws CommandFailure when it cannot do what it was asked for.
+// The commands. Each reads through the library, prints its rows and notes what a user should know beside them, and
+// throws CommandFailure when it cannot do what it was asked for.
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "console.h"
 #include "output.h"
 
 struct CommandContext {
-    std::ostream& out;
-    std::ostream& notes;
-    Format format = Format::Table;
+    Console& console;
+    Format format = Format::Tabs;
     std::string profile;  // empty: the default one
+
+    Table MakeTable(std::vector<Column> columns) const { return {console, format, std::move(columns)}; }
 };
 
 struct Service {

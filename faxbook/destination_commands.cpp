@@ -1,7 +1,6 @@
 // faxbook details, faxbook group.
 #include <algorithm>
 #include <functional>
-#include <ostream>
 
 #include "books.h"
 #include "characters.h"
@@ -67,12 +66,12 @@ void ShowDetails(const CommandContext& context, const std::string& book, const s
     Session session(library, context.profile);
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
-    Table table({{"name"}, {"type"}, {"details", Column::Kind::Block}});
+    Table table = context.MakeTable({{"name"}, {"type"}, {"details", Column::Kind::Block}});
     for (const Destination& destination : FindDestinations(ReadDestinations(session, found), found, name)) {
         table.AddRow({destination.name, destination.isGroup ? "group" : "person",
                       WithLineFeeds(Utf8(session.Details(destination.entry)))});
     }
-    Print(table, context.format, context.out);
+    table.Finish();
 }
 
 void ListGroupMembers(const CommandContext& context, const std::string& book, const std::string& group) {
@@ -87,25 +86,26 @@ void ListGroupMembers(const CommandContext& context, const std::string& book, co
                              " is a person, not a group; \"faxbook details\" shows a person");
     }
     if (groups.size() > 1) {
-        context.notes << "faxbook: " << groups.size() << " groups in " << PathText(found) << " are called \"" << group
-                      << "\"; the members of all of them follow\n";
+        context.console.Note(std::to_string(groups.size()) + " groups in " + PathText(found) + " are called \"" +
+                             group + "\"; the members of all of them follow");
     }
     constexpr auto text = Column::Kind::Text;
+    constexpr auto telephone = Column::Kind::Telephone;
     constexpr auto hide = Column::WhenEmpty::Hide;
-    Table table({{"name"},
-                 {"company", text, hide},
-                 {"department", text, hide},
-                 {"fax"},
-                 {"fax_attr1", text, hide},
-                 {"fax_attr2", text, hide},
-                 {"fax_attr3", text, hide},
-                 {"home_fax", text, hide},
-                 {"home_fax_attr1", text, hide},
-                 {"home_fax_attr2", text, hide},
-                 {"home_fax_attr3", text, hide},
-                 {"extended_fax", text, hide},
-                 {"extended_fax_attr1", text, hide},
-                 {"extended_fax_attr2", text, hide}});
+    Table table = context.MakeTable({{"name"},
+                                     {"company", text, hide},
+                                     {"department", text, hide},
+                                     {"fax", telephone},
+                                     {"fax_attr1", text, hide},
+                                     {"fax_attr2", text, hide},
+                                     {"fax_attr3", text, hide},
+                                     {"home_fax", telephone, hide},
+                                     {"home_fax_attr1", text, hide},
+                                     {"home_fax_attr2", text, hide},
+                                     {"home_fax_attr3", text, hide},
+                                     {"extended_fax", telephone, hide},
+                                     {"extended_fax_attr1", text, hide},
+                                     {"extended_fax_attr2", text, hide}});
     for (const Destination& destination : groups) {
         const GroupMembers members = session.Members(destination.entry);
         for (const GroupMemberRecord& record : members.records) {
@@ -117,15 +117,13 @@ void ListGroupMembers(const CommandContext& context, const std::string& book, co
                           FieldText(record.extendedFaxAttr1), FieldText(record.extendedFaxAttr2)});
         }
         if (members.records.empty()) {
-            context.notes << "faxbook: \"" << group << "\" in " << PathText(found) << " has ";
-            if (members.recipientCount == 0) {
-                context.notes << "no members\n";
-            } else {
-                context.notes << members.recipientCount << " members, none of them with a fax number\n";
-            }
+            context.console.Note("\"" + group + "\" in " + PathText(found) + " has " +
+                                 (members.recipientCount == 0 ? "no members"
+                                                              : std::to_string(members.recipientCount) +
+                                                                    " members, none of them with a fax number"));
         }
     }
-    Print(table, context.format, context.out);
+    table.Finish();
 }
 
 }  // namespace commands

@@ -1,7 +1,6 @@
 // faxbook why, faxbook check: what the provider itself says of the files that it reads.
 #include <algorithm>
 #include <map>
-#include <ostream>
 
 #include "books.h"
 #include "characters.h"
@@ -22,7 +21,7 @@ std::string Position(const char* path, ULONG line) {
 std::string Line(const VOKMessageReport& message) {
     std::string line = Position(message.path, message.line) + ": " + message.what;
     if (*message.advice != '\0') line.append("; ").append(message.advice);
-    return line + "\n";
+    return line;
 }
 
 // The location is null for the profile's own.
@@ -64,8 +63,8 @@ class BookLister final : public VOKDiagnosisReceiver {
 // Collects the numbers of the persons of one name in one book.
 class NumberCollector final : public VOKDiagnosisReceiver {
   public:
-    NumberCollector(ULONG book, const std::string& name, Table& table, std::ostream& notes)
-        : book_(book), folded_(FoldCase(AsCodePageHasIt(name))), table_(table), notes_(notes) {}
+    NumberCollector(ULONG book, const std::string& name, Table& table, Console& console)
+        : book_(book), folded_(FoldCase(AsCodePageHasIt(name))), table_(table), console_(console) {}
 
     HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport* report) override {
         return report->number == book_ ? S_OK : S_FALSE;
@@ -83,7 +82,7 @@ class NumberCollector final : public VOKDiagnosisReceiver {
     ULONG book_;
     std::u32string folded_;
     Table& table_;
-    std::ostream& notes_;
+    Console& console_;
     bool hasFound_ = false;
     bool hasFoundGroup_ = false;
     std::vector<std::string> otherNames_;
@@ -105,24 +104,27 @@ HRESULT NumberCollector::OnCard(const VOKCardReport* card) {
                        std::to_string(telephone.line)});
     }
     if (card->telephoneCount == 0) {
-        notes_ << "faxbook: \"" << card->name << "\" has no number at all, in " << Position(card->path, card->line)
-               << "\n";
+        console_.Note("\"" + std::string(card->name) + "\" has no number at all, in " +
+                      Position(card->path, card->line));
     }
     return S_OK;
 }
 
 class FileCollector final : public VOKDiagnosisReceiver {
   public:
-    FileCollector(Table& table, std::ostream& notes) : table_(table), notes_(notes) {}
+    FileCollector(Table& table, Console& console) : table_(table), console_(console) {}
 
     HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport*) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnFile(const VOKFileReport* file) override;
-    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport*) override { return S_OK; }
-    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport* message) override { notes_ << Line(*message); }
+    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport*) override {
+        console_.CountOne();
+        return S_OK;
+    }
+    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport* message) override { console_.Report(Line(*message)); }
 
   private:
     Table& table_;
-    std::ostream& notes_;
+    Console& console_;
 };
 
 HRESULT FileCollector::OnFile(const VOKFileReport* file) {
@@ -143,8 +145,14 @@ void ExplainPerson(const CommandContext& context, const std::string& book, const
     BookLister lister;
     Diagnose(context.profile, nullptr, lister);
     const Book& found = FindBook(lister.AllBooks(), book);
-    Table table({{"number"}, {"kind"}, {"place"}, {"rule"}, {"source"}, {"file"}, {"line", Column::Kind::Number}});
-    NumberCollector numbers(lister.NumberOf(found), name, table, context.notes);
+    Table table = context.MakeTable({{"number", Column::Kind::Telephone},
+                                     {"kind"},
+                                     {"place"},
+                                     {"rule"},
+                                     {"source"},
+                                     {"file"},
+                                     {"line", Column::Kind::Number}});
+    NumberCollector numbers(lister.NumberOf(found), name, table, context.console);
     Diagnose(context.profile, nullptr, numbers);
     if (!numbers.HasFound()) {
         if (numbers.HasFoundGroup()) {
@@ -156,28 +164,28 @@ void ExplainPerson(const CommandContext& context, const std::string& book, const
                              (nearNames.empty() ? "\"faxbook destinations\" lists those that it has"
                                                 : "near it: " + JoinNames(nearNames)));
     }
-    Print(table, context.format, context.out);
+    table.Finish();
 }
 
 void CheckFiles(const CommandContext& context, const std::string& folder) {
     constexpr auto number = Column::Kind::Number;
     constexpr auto hide = Column::WhenEmpty::Hide;
-    Table table({{"file"},
-                 {"cards", number},
-                 {"persons", number},
-                 {"groups", number, hide},
-                 {"business_fax", number, hide},
-                 {"home_fax", number, hide},
-                 {"other_fax", number, hide},
-                 {"primary_fax", number, hide},
-                 {"without_place", number, hide},
-                 {"members_missing", number, hide},
-                 {"without_name", number, hide},
-                 {"guessed_charset", Column::Kind::Text, hide}});
-    FileCollector files(table, context.notes);
+    Table table = context.MakeTable({{"file"},
+                                     {"cards", number},
+                                     {"persons", number},
+                                     {"groups", number, hide},
+                                     {"business_fax", number, hide},
+                                     {"home_fax", number, hide},
+                                     {"other_fax", number, hide},
+                                     {"primary_fax", number, hide},
+                                     {"without_place", number, hide},
+                                     {"members_missing", number, hide},
+                                     {"without_name", number, hide},
+                                     {"guessed_charset", Column::Kind::Text, hide}});
+    FileCollector files(table, context.console);
     Diagnose(context.profile, folder.empty() ? nullptr : folder.c_str(), files);
-    Print(table, context.format, context.out);
-    if (table.RowCount() == 0) context.notes << "faxbook: there are no address files to check\n";
+    table.Finish();
+    if (table.RowCount() == 0) context.console.Note("there are no address files to check");
 }
 
 }  // namespace commands

@@ -1,25 +1,36 @@
 // faxbook: reads fax destinations through QDXL7RC.DLL at the command line.
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
 
+#include "characters.h"
 #include "command_failure.h"
 #include "command_line.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
-    const Utf8Streams streams;
+    const StandardStreams streams;
     std::ios::sync_with_stdio(false);
+    Terminal output = streams.Output();
+    // As programs of the command line agreed: https://no-color.org
+    const char* noColour = std::getenv(noColourVariable);
+    if (noColour && *noColour != '\0') output.takesCodes = false;
+    Console console(std::cout, std::cerr, output);
     int exitCode = exitFailure;
     try {
-        exitCode = RunCommandLine(ProgramArguments(argc, argv), std::cout, std::cerr);
+        if (streams.HasPlaceForProgress()) {
+            console.ShowProgress(
+                [&streams](std::string_view line) { streams.DrawProgress(TakeLine(line, streams.Notes().width - 1)); });
+        }
+        exitCode = RunCommandLine(ProgramArguments(argc, argv), console);
         std::cout.flush();
         if (!std::cout) throw CommandFailure("cannot write the output; see that its disk has room");
     } catch (const std::bad_alloc&) {
         std::cerr << "faxbook: there is not enough memory; close other programs or read a smaller address book\n";
         exitCode = exitFailure;
     } catch (const std::exception& error) {
-        std::cerr << "faxbook: " << error.what() << '\n';
+        console.Note(error.what());
         exitCode = exitFailure;
     }
     return exitCode;

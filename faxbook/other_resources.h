@@ -3,9 +3,7 @@
 
 #include <windows.h>
 
-#include <iosfwd>
-
 #include "output.h"
 
-// Adds rows of kind, id, control and text; what this system's library cannot carry is said in the notes.
-void AddOtherResources(HMODULE module, Table& table, std::ostream& notes);
+// Adds rows of kind, id, control and text; what this system's library cannot carry is noted.
+void AddOtherResources(HMODULE module, Table& table, Console& console);

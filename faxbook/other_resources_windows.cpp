@@ -2,7 +2,6 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -46,11 +45,11 @@ std::optional<Value> ReadAt(std::string_view bytes, size_t offset) {
     return value;
 }
 
-void AddDialogs(HMODULE module, Table& table, std::ostream& notes) {
+void AddDialogs(HMODULE module, Table& table, Console& console) {
     for (const Resource& resource : ReadResources(module, RT_DIALOG)) {
         const std::optional<DialogTemplate> dialog = ReadDialogTemplate(resource.bytes);
         if (!dialog) {
-            notes << "faxbook: dialog " << resource.id << " is no complete extended dialog template\n";
+            console.Note("dialog " + std::to_string(resource.id) + " is no complete extended dialog template");
             continue;
         }
         const std::string id = std::to_string(resource.id);
@@ -129,8 +128,8 @@ void AddManifests(HMODULE module, Table& table) {
 
 }  // namespace
 
-void AddOtherResources(HMODULE module, Table& table, std::ostream& notes) {
-    AddDialogs(module, table, notes);
+void AddOtherResources(HMODULE module, Table& table, Console& console) {
+    AddDialogs(module, table, console);
     AddIconGroups(module, table);
     AddVersions(module, table);
     AddManifests(module, table);

@@ -1,7 +1,6 @@
 // faxbook profiles, faxbook profile create, faxbook profile admin. The library has no export that lists the profiles;
 // the shipped provider's file of them is read with the provider's own code.
 #include <algorithm>
-#include <ostream>
 
 #include "command_failure.h"
 #include "commands.h"
@@ -59,11 +58,11 @@ namespace commands {
 void ListProfiles(const CommandContext& context) {
     const ProfileStore store(ProfilesFile());
     const std::string file = Utf8Of(store.File());
-    Table table({{"profile"},
-                 {"service"},
-                 {"location", Column::Kind::Text, Column::WhenEmpty::Hide},
-                 {"flags"},
-                 {"for_display", Column::Kind::Text, Column::WhenEmpty::Hide}});
+    Table table = context.MakeTable({{"profile"},
+                                     {"service"},
+                                     {"location", Column::Kind::Text, Column::WhenEmpty::Hide},
+                                     {"flags"},
+                                     {"for_display", Column::Kind::Text, Column::WhenEmpty::Hide}});
     try {
         const std::string displayProfile = store.DisplayProfile();
         for (const Profile& profile : store.List()) {
@@ -78,9 +77,9 @@ void ListProfiles(const CommandContext& context) {
         throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(failure.result) +
                              "; see what is said above, and correct the file");
     }
-    Print(table, context.format, context.out);
+    table.Finish();
     if (table.RowCount() == 0) {
-        context.notes << "faxbook: there are no profiles in " << file << "; the default profile needs none\n";
+        context.console.Note("there are no profiles in " + file + "; the default profile needs none");
     }
 }
 
@@ -95,10 +94,9 @@ void CreateProfile(const CommandContext& context, const std::string& name, const
                              (services.empty() ? "" : " with " + JoinServices(services)) + ": " + Answer(result) +
                              AdviceForCreating(result));
     }
-    context.notes << "faxbook: profile \"" << name << "\" created, "
-                  << (services.empty() ? "without services: it has no address books yet"
-                                       : "with " + JoinServices(services))
-                  << '\n';
+    context.console.Note(
+        "profile \"" + name + "\" created, " +
+        (services.empty() ? "without services: it has no address books yet" : "with " + JoinServices(services)));
 }
 
 void AdministerProfiles(const CommandContext& context) {
@@ -112,7 +110,7 @@ void AdministerProfiles(const CommandContext& context) {
             "cannot show the profile administration: " + Answer(result) +
             (result == resultNoSupport ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
     }
-    if (result == resultUserCancel) context.notes << "faxbook: cancelled\n";
+    if (result == resultUserCancel) context.console.Note("cancelled");
 }
 
 }  // namespace commands

@@ -1,20 +1,38 @@
-// What the system gives a program and takes from it: arguments and standard streams, as UTF-8.
+// What the system gives a program and takes from it: arguments, standard streams, interrupts. Text is UTF-8.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "console.h"
 
 // The arguments, the program's own name first.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-// While it lives, bytes written to the standard streams reach their files unchanged, and a console shows them as UTF-8.
-class Utf8Streams {
+// While it lives, bytes written to the standard streams reach their files unchanged, a console shows them as UTF-8 and
+// obeys escape codes, and a program that is interrupted leaves the terminal as it was. One at a time.
+class StandardStreams {
   public:
-    Utf8Streams();
-    ~Utf8Streams();
-    Utf8Streams(const Utf8Streams&) = delete;
-    Utf8Streams& operator=(const Utf8Streams&) = delete;
+    StandardStreams();
+    ~StandardStreams();
+    StandardStreams(const StandardStreams&) = delete;
+    StandardStreams& operator=(const StandardStreams&) = delete;
+
+    const Terminal& Output() const { return output; }
+    const Terminal& Notes() const { return notes; }
+    // Whether a line that comes and goes on standard error disturbs nobody: it is a terminal, and standard output is
+    // not a pipe to a program that may write to the same terminal.
+    bool HasPlaceForProgress() const { return hasPlaceForProgress; }
+    // Shows the line at the terminal of standard error, in the place of the last one, and leaves the cursor at its
+    // beginning.
+    static void DrawProgress(std::string_view line);
 
   private:
-    unsigned int consoleCodePage = 0;  // to be restored; 0: there is no console
+    Terminal output;
+    Terminal notes;
+    bool hasPlaceForProgress = false;
 };
+
+// Interrupts of the program end it in the other threads, which may hold them off for a while.
+void LeaveInterruptsToOtherThreads();

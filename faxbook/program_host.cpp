@@ -1,10 +1,85 @@
 // The host passes arguments and output through as bytes, which are UTF-8.
 #include "program.h"
 
+#include <pthread.h>
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "terminal_codes.h"
+
+namespace {
+
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr size_t usualWidth = 80;
+
+bool outputTakesCodes = false;
+volatile sig_atomic_t isProgressShown = 0;
+
+Terminal LookAt(int descriptor) {
+    if (isatty(descriptor) == 0) return {};
+    winsize size = {};
+    const bool isKnown = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    const char* kind = std::getenv("TERM");
+    return {isKnown ? size.ws_col : usualWidth, kind && std::string_view(kind) != "dumb"};
+}
+
+// May be called by a signal's handler.
+void Write(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written <= 0) return;
+        bytes.remove_prefix(static_cast<size_t>(written));
+    }
+}
+
+// The system's own action follows: the handler is gone when it is called.
+void OnInterrupt(int signal) {
+    if (outputTakesCodes) Write(STDOUT_FILENO, terminal_codes::plain);
+    if (isProgressShown) Write(STDERR_FILENO, terminal_codes::wipeLine);
+    raise(signal);
+}
+
+void SetHandler(void (*handler)(int)) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int signal : interrupts) {
+        struct sigaction old = {};
+        // What the caller of this program has it ignore stays ignored.
+        if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
+    }
+}
+
+}  // namespace
+
 std::vector<std::string> ProgramArguments(int argc, char** argv) {
     return {argv, argv + argc};
 }
 
-Utf8Streams::Utf8Streams() = default;
+StandardStreams::StandardStreams() : output(LookAt(STDOUT_FILENO)), notes(LookAt(STDERR_FILENO)) {
+    struct stat information = {};
+    const bool isPipe = fstat(STDOUT_FILENO, &information) == 0 && S_ISFIFO(information.st_mode);
+    hasPlaceForProgress = notes.takesCodes && !isPipe;
+    outputTakesCodes = output.takesCodes;
+    SetHandler(OnInterrupt);
+}
 
-Utf8Streams::~Utf8Streams() = default;
+StandardStreams::~StandardStreams() {
+    SetHandler(SIG_DFL);
+}
+
+void StandardStreams::DrawProgress(std::string_view line) {
+    isProgressShown = !line.empty();
+    Write(STDERR_FILENO, std::string(terminal_codes::wipeLine).append(line).append("\r"));
+}
+
+void LeaveInterruptsToOtherThreads() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : interrupts) sigaddset(&set, signal);
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}

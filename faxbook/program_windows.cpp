@@ -6,11 +6,68 @@
 #include <shellapi.h>
 #include <stdio.h>
 
+#include <atomic>
 #include <memory>
 
 #include "command_failure.h"
 #include "program.h"
+#include "terminal_codes.h"
 #include "text.h"
+
+namespace {
+
+#ifndef ENABLE_VIRTUAL_TERMINAL_PROCESSING
+#define ENABLE_VIRTUAL_TERMINAL_PROCESSING 4
+#endif
+
+// What a console was like before this program, for the end and for an interrupt, which comes in a thread of its own.
+struct ConsoleBefore {
+    DWORD stream;
+    bool isConsole = false;
+    DWORD mode = 0;
+
+    Terminal Prepare() {
+        const HANDLE handle = GetStdHandle(stream);
+        isConsole = GetConsoleMode(handle, &mode) != 0;
+        if (!isConsole) return {};
+        CONSOLE_SCREEN_BUFFER_INFO size;
+        constexpr size_t usualWidth = 80;
+        const size_t width = GetConsoleScreenBufferInfo(handle, &size)
+                                 ? static_cast<size_t>(size.srWindow.Right - size.srWindow.Left + 1)
+                                 : usualWidth;
+        return {width, SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0};
+    }
+    void Restore() const {
+        if (isConsole) SetConsoleMode(GetStdHandle(stream), mode);
+    }
+};
+
+ConsoleBefore outputBefore = {STD_OUTPUT_HANDLE};
+ConsoleBefore notesBefore = {STD_ERROR_HANDLE};
+UINT codePageBefore = 0;  // 0: there is no console
+bool outputTakesCodes = false;
+std::atomic<bool> isProgressShown = false;
+
+void Write(DWORD stream, std::string_view bytes) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(stream), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+}
+
+void RestoreConsoles() {
+    outputBefore.Restore();
+    notesBefore.Restore();
+    if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
+}
+
+// The system's own action follows.
+BOOL WINAPI OnInterrupt(DWORD) {
+    if (outputTakesCodes) Write(STD_OUTPUT_HANDLE, terminal_codes::plain);
+    if (isProgressShown) Write(STD_ERROR_HANDLE, terminal_codes::wipeLine);
+    RestoreConsoles();
+    return FALSE;
+}
+
+}  // namespace
 
 std::vector<std::string> ProgramArguments(int, char**) {
     int count = 0;
@@ -22,13 +79,24 @@ std::vector<std::string> ProgramArguments(int, char**) {
     return arguments;
 }
 
-Utf8Streams::Utf8Streams() {
+StandardStreams::StandardStreams() : output(outputBefore.Prepare()), notes(notesBefore.Prepare()) {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
-    consoleCodePage = GetConsoleOutputCP();
-    if (consoleCodePage != 0) SetConsoleOutputCP(CP_UTF8);
+    codePageBefore = GetConsoleOutputCP();
+    if (codePageBefore != 0) SetConsoleOutputCP(CP_UTF8);
+    hasPlaceForProgress = notes.takesCodes && GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) != FILE_TYPE_PIPE;
+    outputTakesCodes = output.takesCodes;
+    SetConsoleCtrlHandler(OnInterrupt, TRUE);
 }
 
-Utf8Streams::~Utf8Streams() {
-    if (consoleCodePage != 0) SetConsoleOutputCP(consoleCodePage);
+StandardStreams::~StandardStreams() {
+    SetConsoleCtrlHandler(OnInterrupt, FALSE);
+    RestoreConsoles();
 }
+
+void StandardStreams::DrawProgress(std::string_view line) {
+    isProgressShown = !line.empty();
+    Write(STD_ERROR_HANDLE, std::string(terminal_codes::wipeLine).append(line).append("\r"));
+}
+
+void LeaveInterruptsToOtherThreads() {}

@@ -1,5 +1,4 @@
 // faxbook provider-test: any provider library, called as the address-book interface library calls it.
-#include <ostream>
 
 #include "command_failure.h"
 #include "commands.h"
@@ -11,15 +10,15 @@ void commands::TestProvider(const CommandContext& context, const std::string& pa
     const LoadedModule module(LoadedModule::AtPath{path});
     ProviderChecker checker(module);
     checker.Check(InCodePage(context.profile, "the profile's name"));
-    Table table({{"where"}, {"fault"}, {"times", Column::Kind::Number}});
+    Table table = context.MakeTable({{"where"}, {"fault"}, {"times", Column::Kind::Number}});
     for (const ProviderFault& fault : checker.Faults())
         table.AddRow({fault.where, fault.what, std::to_string(fault.times)});
-    if (table.RowCount() > 0 || context.format != Format::Table) Print(table, context.format, context.out);
+    table.Finish();
     if (table.RowCount() > 0)
         throw CommandFailure(std::to_string(checker.CheckCount()) + " answers of the provider were looked at, and " +
                              std::to_string(table.RowCount()) +
                              " kinds of fault found; docs/provider-guide.md says "
                              "what is expected");
-    context.notes << "faxbook: " << checker.CheckCount()
-                  << " answers of the provider were looked at, all as they should be\n";
+    context.console.Note(std::to_string(checker.CheckCount()) +
+                         " answers of the provider were looked at, all as they should be");
 }

@@ -2,7 +2,6 @@
 // system; the other kinds only a Windows library has (other_resources_windows.cpp).
 #include <array>
 #include <limits>
-#include <ostream>
 
 #include "commands.h"
 #include "other_resources.h"
@@ -28,11 +27,11 @@ namespace commands {
 
 void ListResources(const CommandContext& context) {
     const Library library;
-    Table table(
+    Table table = context.MakeTable(
         {{"kind"}, {"id", Column::Kind::Number}, {"control", Column::Kind::Number, Column::WhenEmpty::Hide}, {"text"}});
     AddStrings(library.Module(), table);
-    AddOtherResources(library.Module(), table, context.notes);
-    Print(table, context.format, context.out);
+    AddOtherResources(library.Module(), table, context.console);
+    table.Finish();
 }
 
 }  // namespace commands

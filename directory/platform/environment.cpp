@@ -80,7 +80,7 @@ fs::path ContactsFolder() {
 }
 
 fs::path ProfilesFile() {
-    if (const std::optional<fs::path> named = EnvironmentPath("FAXBOOK_PROFILES")) return *named;
+    if (const std::optional<fs::path> named = EnvironmentPath(profilesVariable)) return *named;
     const fs::path configuration = UserConfiguration();
     return configuration.empty() ? configuration : configuration / "faxbook" / "profiles.ini";
 }

@@ -7,14 +7,16 @@
 // The value of an environment variable as a path; nothing when it is not set or empty.
 std::optional<std::filesystem::path> EnvironmentPath(const char* name);
 
-// Names the contacts folder.
+// The contacts folder, the file of the profiles, and where diagnostics go.
 inline constexpr char contactsVariable[] = "FAXBOOK_CONTACTS";
+inline constexpr char profilesVariable[] = "FAXBOOK_PROFILES";
+inline constexpr char diagnosticsVariable[] = "FAXBOOK_DIAGNOSTICS";
 
 // What contactsVariable names, else the user's own contacts folder. It need not exist. Empty when the system names
 // none.
 std::filesystem::path ContactsFolder();
 
-// FAXBOOK_PROFILES, else profiles.ini in the user's configuration folder.
+// What profilesVariable names, else profiles.ini in the user's configuration folder.
 std::filesystem::path ProfilesFile();
 
 bool IsTerminalOnStandardInput();

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <memory>
 
+#include "platform/interrupt_hold.h"
+
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -159,6 +161,7 @@ bool ReplaceFile(const fs::path& path, std::string_view contents) {
     if (error) return false;
     if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
     if (error) return false;
+    const InterruptHold hold;
     // A file of that name is somebody else's, or what a crash has left.
     fs::path temporary;
     for (int attempt = 0; temporary.empty() || fs::exists(fs::symlink_status(temporary, error)); ++attempt) {

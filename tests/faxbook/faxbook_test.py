@@ -10,80 +10,15 @@ import json
 import os
 import shutil
 import subprocess
-import sys
-import tempfile
 import unittest
-from pathlib import Path
 
-EXAMPLES = Path(__file__).resolve().parents[2] / "examples"
-PROGRAM = Path()
-LAUNCHER = []
-
-
-def system_path(path):
-    """The path as the program under test sees it; Wine has the root folder as drive Z."""
-    return "Z:" + str(path).replace("/", "\\") if LAUNCHER else str(path)
-
-
-def code_page_environment(code_page):
-    if LAUNCHER:
-        return {"LC_ALL": {"1252": "C.UTF-8", "932": "ja_JP.UTF-8"}[code_page]}
-    return {"HOST_CODE_PAGE": code_page}
-
-
-def some(cases):
-    """All cases, but few of them where each start of the program costs half a second."""
-    return cases[:3] if LAUNCHER else cases
-
-
-class FaxbookTest(unittest.TestCase):
-    maxDiff = None
-
-    def setUp(self):
-        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
-        self.contacts = EXAMPLES
-        self.profiles = self.folder / "profiles.ini"
-
-    def enterContext(self, manager):
-        value = manager.__enter__()
-        self.addCleanup(manager.__exit__, None, None, None)
-        return value
-
-    def run_faxbook(self, *arguments, program=None, **environment):
-        # Files, not pipes: Wine's server outlives the program that started it and would keep a pipe open.
-        output, notes = self.folder / "output", self.folder / "notes"
-        with open(output, "wb") as out, open(notes, "wb") as err:
-            done = subprocess.run(
-                LAUNCHER + [str(program or PROGRAM), *arguments],
-                env={**os.environ, "FAXBOOK_CONTACTS": system_path(self.contacts),
-                     "FAXBOOK_PROFILES": system_path(self.profiles), "FAXBOOK_DIAGNOSTICS": "off",
-                     "HOST_REGISTRY": str(self.folder / "registry"), "LC_ALL": "C.UTF-8", **environment},
-                stdin=subprocess.DEVNULL, stdout=out, stderr=err, timeout=120, check=False)
-        return subprocess.CompletedProcess(done.args, done.returncode, output.read_bytes(), notes.read_bytes())
-
-    def output_of(self, *arguments, notes="", **environment):
-        """Standard output of a command that must end well and say nothing but `notes` beside it."""
-        done = self.run_faxbook(*arguments, **environment)
-        self.assertEqual((done.returncode, done.stderr.decode()), (0, notes), arguments)
-        return done.stdout.decode()
-
-    def rows_of(self, *arguments, **environment):
-        return json.loads(self.output_of(*arguments, "--json", **environment))
-
-    def assert_fails(self, arguments, exit_code, *parts, **environment):
-        """Nothing on standard output, and one line on standard error that has the parts in it."""
-        done = self.run_faxbook(*arguments, **environment)
-        message = done.stderr.decode()
-        self.assertEqual((done.returncode, done.stdout), (exit_code, b""), (arguments, message))
-        self.assertRegex(message, r"\Afaxbook: [^\n]+\n\Z", arguments)
-        for part in parts:
-            self.assertIn(part, message, arguments)
+from faxbook_program import EXAMPLES, LAUNCHER, PROGRAM, FaxbookTest, code_page_environment, run_tests, some, system_path
 
 
 class ReadingTest(FaxbookTest):
     def test_books_are_listed_with_their_containers(self):
         self.assertEqual(
-            self.output_of("books"),
+            self.output_of("books", "--table"),
             "PATH                  NAME       KIND          SERVICE  PROVIDER VALUE\n"
             "Company               Company    address book  VCARD                 0\n"
             "Company/Sales         Sales      container     VCARD                 0\n"
@@ -112,10 +47,12 @@ class ReadingTest(FaxbookTest):
         self.assertEqual([row["type"] for row in rows], ["person", "person", "person", "group"])
         table = csv.DictReader(io.StringIO(self.output_of("destinations", "Sales", "--csv"), newline=""))
         self.assertEqual(list(table), rows)
-        lines = self.output_of("--profile", "", "destinations", "Sales").splitlines()
+        lines = self.output_of("--profile", "", "destinations", "Sales", "--table").splitlines()
         self.assertEqual(lines[0].split(), ["NAME", "TYPE", "NUMBER", "COMPANY", "DEPARTMENT", "COMMENT"])
         self.assertEqual([line[:len("François Lefèvre")].strip() for line in lines[1:]],
                          [row["name"][:len("François Lefèvre")] for row in rows])
+        lines = self.output_of("destinations", "Sales").splitlines()
+        self.assertEqual([line.split("\t") for line in lines], [list(rows[0]), *(list(row.values()) for row in rows)])
 
     def test_search_looks_in_every_column_in_any_case(self):
         for word, names in some([("MÜLLER", {"Zoë Müller-Ångström"}), ("group", {"Management", "Everyone"}),
@@ -126,7 +63,7 @@ class ReadingTest(FaxbookTest):
     def test_an_empty_result_is_no_failure(self):
         nothing = ("destinations", "Private", "--search", "zebra")
         note = 'faxbook: no destinations in Private with "zebra"\n'
-        self.assertEqual(self.output_of(*nothing, notes=note), "")
+        self.assertEqual(self.output_of(*nothing, "--table", notes=note), "")
         self.assertEqual(self.output_of(*nothing, "--json", notes=note), "[]\n")
         self.assertEqual(self.output_of(*nothing, "--csv", notes=note),
                          "name,type,number,company,department,note,comment\n")
@@ -191,7 +128,7 @@ class ProviderTestTest(FaxbookTest):
         shutil.copy(EXAMPLES / "Customers" / "customers.vcf", self.contacts / "Book")
         shutil.copy(EXAMPLES / "Private.vcf", self.contacts / "Book" / "Inner")
         shutil.copytree(EXAMPLES / "Company", self.contacts / "Company")
-        done = self.run_faxbook("provider-test", self.provider("bin"))
+        done = self.run_faxbook("provider-test", self.provider("bin"), "--table")
         self.assertEqual((done.returncode, done.stdout), (0, b""), done.stderr)
         self.assertRegex(done.stderr.decode(), r"^faxbook: \d{4} answers of the provider were looked at, all as they")
 
@@ -216,7 +153,7 @@ class DiagnosisTest(FaxbookTest):
         self.assertEqual((rows[1]["source"], rows[1]["rule"]),
                          ('TEL;TYPE="work,fax";VALUE=uri', "business fax number: it says fax, and work or business"))
         self.assertTrue(rows[0]["file"].endswith("people.vcf"), rows[0])
-        self.assertEqual(self.output_of("why", "Customers", "Thandi Dube",
+        self.assertEqual(self.output_of("why", "Customers", "Thandi Dube", "--table",
                                         notes='faxbook: "Thandi Dube" has no number at all, in '
                                               f"{system_path(EXAMPLES / 'Customers' / 'customers.vcf')}:20\n"), "")
         for arguments, parts in some([(["why", "Company", "Everyone"], ["is a group"]),
@@ -247,7 +184,7 @@ class DiagnosisTest(FaxbookTest):
                      "old.csv: text is not UTF-8; it looks like windows-1252", "old.csv:4: a quote is opened"):
             self.assertTrue(any(part in note for note in notes), (part, notes))
         self.assertEqual(len(notes), 5, notes)
-        heading = self.run_faxbook("check", system_path(folder / "good.vcf")).stdout.decode().splitlines()[0]
+        heading = self.run_faxbook("check", system_path(folder / "good.vcf"), "--table").stdout.decode().splitlines()[0]
         self.assertEqual(heading.split(), ["FILE", "CARDS", "PERSONS", "BUSINESS", "FAX", "HOME", "FAX"])
         missing = self.run_faxbook("check", system_path(folder / "nothing"))
         self.assertIn(b"no such folder or file", missing.stderr)
@@ -351,9 +288,4 @@ class ResourceTest(FaxbookTest):
 
 
 if __name__ == "__main__":
-    PROGRAM = Path(sys.argv[1]).resolve()
-    LAUNCHER = sys.argv[2:]
-    outcome = unittest.main(argv=sys.argv[:1], exit=False).result
-    failed = len(outcome.failures) + len(outcome.errors)
-    print(f"{outcome.testsRun - len(outcome.skipped) - failed} passed, {failed} failed")
-    sys.exit(not outcome.wasSuccessful())
+    run_tests()

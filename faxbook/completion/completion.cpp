@@ -1,0 +1,160 @@
+// What a word can be is found by following the words before it through the commands.
+#include "completion/completion.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+#include <set>
+
+#include "books.h"
+#include "characters.h"
+#include "completion/scripts.h"
+#include "platform/environment.h"
+#include "profiles/profile_store.h"
+#include "session.h"
+#include "text.h"
+
+namespace {
+
+constexpr struct {
+    std::string_view shell;
+    std::string_view text;
+} scripts[] = {{"bash", bashScript}, {"powershell", powerShellScript}};
+
+// What stands before the word to complete.
+struct Place {
+    const CLI::App* command;
+    std::string argument;  // the name of the argument or option that the word is a value of; empty: none
+    std::string profile;
+    std::string book;
+};
+
+std::vector<const CLI::App*> ShownCommands(const CLI::App& command) {
+    return command.get_subcommands([](const CLI::App* app) { return !app->get_group().empty(); });
+}
+
+// Null when there is none of that name.
+const CLI::App* FindCommand(const CLI::App& command, const std::string& name) {
+    const std::vector<const CLI::App*> commands = ShownCommands(command);
+    const auto found = std::ranges::find(commands, name, [](const CLI::App* app) { return app->get_name(); });
+    return found == commands.end() ? nullptr : *found;
+}
+
+bool IsOption(std::string_view word) {
+    return word.starts_with("--") && word.size() > 2;
+}
+
+std::vector<const CLI::Option*> Arguments(const CLI::App& command) {
+    return command.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+// "--profile", or "" for an option without a value and for an unknown one.
+std::string OptionWithValue(const CLI::App& command, const std::string& word) {
+    const CLI::Option* option = command.get_option_no_throw(word);
+    return option && option->get_type_size() != 0 ? word : "";
+}
+
+Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore) {
+    Place place = {&app, {}, {}, {}};
+    size_t argumentCount = 0;
+    const auto argumentName = [&] {
+        const std::vector<const CLI::Option*> arguments = Arguments(*place.command);
+        return argumentCount < arguments.size() ? arguments[argumentCount]->get_name(true) : std::string();
+    };
+    for (const std::string& word : wordsBefore) {
+        if (!place.argument.empty()) {
+            if (place.argument == "--profile") place.profile = word;
+            place.argument.clear();
+        } else if (IsOption(word)) {
+            place.argument = OptionWithValue(*place.command, word);
+        } else if (const CLI::App* inner = argumentCount == 0 ? FindCommand(*place.command, word) : nullptr) {
+            place.command = inner;
+        } else {
+            if (argumentName() == "BOOK") place.book = word;
+            ++argumentCount;
+        }
+    }
+    if (place.argument.empty()) place.argument = argumentName();
+    return place;
+}
+
+std::vector<std::string> ProfileNames() {
+    std::vector<std::string> names;
+    for (const Profile& profile : ProfileStore(ProfilesFile()).List()) names.push_back(profile.name);
+    return names;
+}
+
+// The paths of the books, or the names of the persons or of the groups in the book that was named before.
+std::vector<std::string> NamesInBooks(const Place& place) {
+    std::vector<std::string> names;
+    const Library library;
+    Session session(library, place.profile);
+    const Books books = ReadBooks(session);
+    if (place.argument == "BOOK") {
+        std::ranges::transform(books, std::back_inserter(names), PathText);
+        return names;
+    }
+    session.ForEachDestination(FindBook(books, place.book).entry, [&](const DestinationRecord& record) {
+        if (place.argument == "NAME" || record.type == DESTINATION_GROUP) names.push_back(FieldText(record.name));
+    });
+    return names;
+}
+
+std::vector<std::string> ValuesAt(const Place& place) {
+    if (place.argument == "--profile") return ProfileNames();
+    if (place.argument == "SHELL") return CompletionShells();
+    const bool namesProfile = place.command->get_parent() && place.command->get_parent()->get_name() == "profile";
+    if (namesProfile) return place.command->get_name() == "create" ? std::vector<std::string>() : ProfileNames();
+    const std::set<std::string> inBooks = {"BOOK", "NAME", "GROUP"};
+    return inBooks.contains(place.argument) ? NamesInBooks(place) : std::vector<std::string>();
+}
+
+std::vector<std::string> Options(const CLI::App& command) {
+    std::vector<std::string> options;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) options.push_back("--" + name);
+    }
+    return options;
+}
+
+std::vector<std::string> Commands(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::App* inner : ShownCommands(command)) names.push_back(inner->get_name());
+    return names;
+}
+
+}  // namespace
+
+std::vector<std::string> CompletionShells() {
+    std::vector<std::string> shells;
+    std::ranges::transform(scripts, std::back_inserter(shells),
+                           [](const auto& script) { return std::string(script.shell); });
+    return shells;
+}
+
+std::string_view CompletionScript(std::string_view shell) {
+    const auto* const found = std::ranges::find_if(scripts, [&](const auto& script) { return script.shell == shell; });
+    return found == std::end(scripts) ? std::string_view() : found->text;
+}
+
+void PrintCandidates(const CLI::App& app, std::vector<std::string> words, size_t position, std::ostream& out) {
+    words.resize(position + 1);
+    const std::string word = words.back();
+    words.pop_back();
+    const Place place = FindPlace(app, words);
+    std::vector<std::string> candidates;
+    if (word.starts_with('-')) {
+        candidates = Options(*place.command);
+    } else if (place.argument.empty()) {
+        candidates = Commands(*place.command);
+    } else {
+        candidates = ValuesAt(place);
+    }
+    const std::u32string start = FoldCase(word);
+    std::set<std::string> printed;
+    for (const std::string& candidate : candidates) {
+        if (FoldCase(candidate).starts_with(start) && printed.insert(candidate).second)
+            out << WithoutControls(candidate) << '\n';
+    }
+}

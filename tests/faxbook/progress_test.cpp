@@ -1,0 +1,64 @@
+// The line that comes and goes while something is read.
+#include "progress.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "console.h"
+
+namespace {
+
+// What a terminal was told, and waiting for it to be told more.
+class DrawnLines {
+  public:
+    Progress::Draw Draw() {
+        return [this](std::string_view line) {
+            const std::lock_guard lock(mutex);
+            lines.emplace_back(line);
+            more.notify_all();
+        };
+    }
+    std::string WaitForLineWith(const std::string& part) {
+        std::unique_lock lock(mutex);
+        more.wait_for(lock, std::chrono::seconds(30),
+                      [&] { return !lines.empty() && lines.back().find(part) != std::string::npos; });
+        return lines.empty() ? "" : lines.back();
+    }
+    std::vector<std::string> All() const { return lines; }
+
+  private:
+    std::mutex mutex;
+    std::condition_variable more;
+    std::vector<std::string> lines;
+};
+
+}  // namespace
+
+TEST(ProgressTest, ALineIsDrawnWhileReadingGoesOnAndWipedAtTheEnd) {
+    DrawnLines drawn;
+    {
+        Progress progress(drawn.Draw(), std::chrono::milliseconds(1));
+        progress.Say("reading Company");
+        for (int i = 0; i < 12; ++i) progress.CountOne();
+        EXPECT_EQ(drawn.WaitForLineWith("12, "), "reading Company: 12, 0 s");
+        progress.Wipe();
+        EXPECT_EQ(drawn.WaitForLineWith("reading"), "reading Company: 12, 0 s") << "it comes back";
+    }
+    EXPECT_EQ(drawn.All().back(), "");
+}
+
+TEST(ProgressTest, WhatIsOverSoonIsNotTold) {
+    DrawnLines drawn;
+    { Progress progress(drawn.Draw()); }
+    EXPECT_TRUE(drawn.All().empty());
+}
+
+// Names come from files: a terminal must not obey them.
+TEST(ConsoleTest, NoControlCharacterReachesTheTerminalInANote) {
+    std::ostringstream out;
+    std::ostringstream notes;
+    Console console(out, notes);
+    console.Note("no \"A\x1B[2J\nB\xC2\x9B\"");
+    EXPECT_EQ(notes.str(), "faxbook: no \"A [2J B \"\n");
+}
