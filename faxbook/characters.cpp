@@ -161,18 +161,21 @@ std::string WithoutControls(std::string_view utf8, char kept) {
 }
 
 std::string_view TakeLine(std::string_view& utf8, size_t columns) {
+    constexpr std::string_view breaksBehind = "/\\;";
     std::string_view rest = utf8;
     size_t width = 0;
-    size_t end = 0;    // of the characters that fit
-    size_t blank = 0;  // where the last blank among them begins
+    size_t end = 0;        // of the characters that fit
+    size_t goodBreak = 0;  // the last one among them
     while (!rest.empty()) {
-        if (rest.front() == ' ') blank = end;
+        const char first = rest.front();
+        if (first == ' ') goodBreak = end;
         width += Width(TakeCodePoint(rest));
         if (width > columns && end > 0) break;
         end = utf8.size() - rest.size();
+        if (breaksBehind.find(first) != std::string_view::npos) goodBreak = end;
     }
     const bool isWhole = end == utf8.size();
-    const std::string_view line = utf8.substr(0, isWhole || blank == 0 ? end : blank);
+    const std::string_view line = utf8.substr(0, isWhole || goodBreak == 0 ? end : goodBreak);
     utf8.remove_prefix(line.size());
     utf8.remove_prefix(std::min(utf8.find_first_not_of(' '), utf8.size()));
     return line;

@@ -18,8 +18,8 @@ std::string WithoutControls(std::string_view utf8, char kept = ' ');
 // Printable ASCII characters only: neither wide nor obeyed.
 bool IsPlain(std::string_view utf8);
 
-// Takes one line from the front of the text: what fits into the columns, up to a blank if one is there, and one
-// character at least. The blanks at the break are dropped.
+// Takes one line from the front of the text: what fits into the columns, up to a blank or behind a slash or
+// semicolon if one is there, and one character at least. The blanks at the break are dropped.
 std::string_view TakeLine(std::string_view& utf8, size_t columns);
 
 // For comparing without regard to case: Latin, Greek, Cyrillic and Armenian letters in small form, with a sharp s as

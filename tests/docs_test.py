@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks the documents against the tree: every link leads to a file, every path in backquotes exists, every name in
-backquotes stands in the sources.
+backquotes stands in the sources, every piece of C or C++ stands in a sample as it is, and the changes of this
+version are told.
 
 usage: docs_test.py    from the top folder of the tree
 """
@@ -17,7 +18,8 @@ NAME = re.compile(r"^[A-Za-z_]\w*(::\w+)*$")
 
 
 def read_sources():
-    files = subprocess.run(["git", "ls-files"], check=True, capture_output=True, text=True).stdout.split()
+    files = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], check=True,
+                           capture_output=True, text=True).stdout.split()
     texts = {}
     for file in files:
         if not file.endswith((".md", ".ico", ".svg")) and "corpus/" not in file and Path(file).exists():
@@ -36,15 +38,25 @@ def looks_like_path(token):
     return re.fullmatch(r"\.?[\w.*{},-]*(/[\w.*{},-]*)+|[\w-]+\.(h|cpp|c|py|sh|def|inc|rc|txt|md|json)", token)
 
 
+def without_indents(text):
+    return "\n".join(line.strip() for line in text.splitlines())
+
+
 def main():
     sources = read_sources()
     words = set(re.findall(r"\w+", " ".join(sources.values())))
     checked = failed = 0
     for document in sorted(Path(".").glob("**/*.md")):
-        if "build" in document.parts:
+        if document.parts[0] in ("build", "dist"):
             continue
-        text = re.sub(r"^```.*?^```", "", document.read_text(encoding="utf-8"), flags=re.DOTALL | re.MULTILINE)
+        text = document.read_text(encoding="utf-8")
         problems = []
+        for piece in re.findall(r"^```c(?:pp)?\n(.*?)^```", text, re.DOTALL | re.MULTILINE):
+            checked += 1
+            if not any(without_indents(piece) in without_indents(sources[sample]) for sample in sources
+                       if sample.startswith("samples/")):
+                problems.append(f"no sample has this:\n{piece}")
+        text = re.sub(r"^```.*?^```", "", text, flags=re.DOTALL | re.MULTILINE)
         for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
             checked += 1
             if not re.match(r"\w+:", link) and not (document.parent / link).exists():
@@ -66,6 +78,11 @@ def main():
         for problem in problems:
             failed += 1
             print(f"FAILED: {document}: {problem}")
+    checked += 1
+    version = re.search(r"^project\(.* VERSION ([\d.]+)", sources["CMakeLists.txt"], re.MULTILINE).group(1)
+    if f"\n## {version}\n" not in Path("CHANGELOG.md").read_text(encoding="utf-8"):
+        failed += 1
+        print(f"FAILED: CHANGELOG.md does not tell the changes of version {version}")
     print(f"{checked - failed} passed, {failed} failed")
     sys.exit(1 if failed or not checked else 0)
 
