@@ -5,7 +5,7 @@
 #include "qdxl7rc.h"
 
 // Without records stores the number of recipients of the expanded group in `count`; else writes one record for each fax
-// destination, of which there is room for `count`. A group that cannot be expanded gives nothing. False when the handle
-// names no destination or the records do not fit. Throws std::bad_alloc.
+// destination, of which there is room for `count`. A group that cannot be expanded, and a handle that names no
+// destination, give nothing. False when the records do not fit. Throws std::bad_alloc.
 bool ExpandGroup(const QueryContext& context, uint32_t reserved, void* group, uint32_t& count,
                  const RecordListDescriptor* records);
