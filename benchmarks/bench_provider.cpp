@@ -39,46 +39,46 @@ class PrebuiltTable : public UnsupportedTable {
 // The rows of a contents table, which repeat the batch.
 class ContentsTable final : public PrebuiltTable {
   public:
-    explicit ContentsTable(ULONG count) : left(count) {}
+    explicit ContentsTable(ULONG count) : left_(count) {}
 
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG, ULONG* count) override {
-        *count = left;
+        *count = left_;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE QueryRows(LONG asked, ULONG, SRowSet** rows) override {
         ++book.calls;
-        *rows = GetBatch().Give(std::min(left, static_cast<ULONG>(asked)));
-        left -= (*rows)->cRows;
+        *rows = GetBatch().Give(std::min(left_, static_cast<ULONG>(asked)));
+        left_ -= (*rows)->cRows;
         return S_OK;
     }
 
   private:
-    ULONG left;
+    ULONG left_;
 };
 
 // The rows from one container to another.
 class HierarchyTable final : public PrebuiltTable {
   public:
-    HierarchyTable(ULONG from, ULONG to) : next(from), end(to) {}
+    HierarchyTable(ULONG from, ULONG to) : next_(from), end_(to) {}
 
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG, ULONG* count) override {
-        *count = end - next;
+        *count = end_ - next_;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE QueryRows(LONG asked, ULONG, SRowSet** rows) override {
         ++book.calls;
-        const ULONG count = std::min(end - next, static_cast<ULONG>(asked));
+        const ULONG count = std::min(end_ - next_, static_cast<ULONG>(asked));
         *rows = static_cast<SRowSet*>(std::malloc(offsetof(SRowSet, aRow) + count * sizeof(SRow)));
         if (*rows == nullptr) return MAPI_E_NOT_ENOUGH_MEMORY;
         (*rows)->cRows = count;
-        std::copy_n(GetHierarchy().Row(next), count, (*rows)->aRow);
-        next += count;
+        std::copy_n(GetHierarchy().Row(next_), count, (*rows)->aRow);
+        next_ += count;
         return S_OK;
     }
 
   private:
-    ULONG next;
-    const ULONG end;
+    ULONG next_;
+    const ULONG end_;
 };
 
 // A container, the root, a person or a group: whatever is opened.
@@ -105,7 +105,7 @@ class Root final : public BenchEntry {
 
 class Container final : public BenchEntry {
   public:
-    explicit Container(ULONG number) : first(1ULL * number * book.branching + 1) {}
+    explicit Container(ULONG number) : first_(1ULL * number * book.branching + 1) {}
 
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
         ++book.calls;
@@ -117,25 +117,25 @@ class Container final : public BenchEntry {
         const auto bounded = [](unsigned long long place) {
             return static_cast<ULONG>(std::min<unsigned long long>(place, book.containers + 1));
         };
-        *table = new HierarchyTable(bounded(first), bounded(first + book.branching));
+        *table = new HierarchyTable(bounded(first_), bounded(first_ + book.branching));
         return S_OK;
     }
 
   private:
-    const unsigned long long first;  // of the containers in it, if there are as many
+    const unsigned long long first_;  // of the containers in it, if there are as many
 };
 
 // A person or a group.
 class Destination final : public BenchEntry {
   public:
-    Destination(const BYTE* bytes, ULONG size) : plainName(GetBatch().PlainName(bytes, size)) {}
+    Destination(const BYTE* bytes, ULONG size) : plainName_(GetBatch().PlainName(bytes, size)) {}
 
     // The plain name where that is asked for; else what a group is expanded by, of which nothing is looked at.
     HRESULT STDMETHODCALLTYPE GetProps(const SPropTagArray* tags, ULONG, ULONG* count, SPropValue** props) override {
         ++book.calls;
         static SPropValue recipient[5];
         *count = tags->cValues;
-        *props = tags->cValues == 1 ? plainName : recipient;
+        *props = tags->cValues == 1 ? plainName_ : recipient;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG, IMAPITable** table) override {
@@ -145,7 +145,7 @@ class Destination final : public BenchEntry {
     }
 
   private:
-    SPropValue* const plainName;
+    SPropValue* const plainName_;
 };
 
 class AddressBook final : public UnsupportedAddressBook {

@@ -24,9 +24,9 @@ void MarkMissing(SPropValue* values, const ULONG* tags, ULONG count) {
 }  // namespace
 
 char* ValueTexts::Keep(const void* bytes, size_t size) {
-    texts.push_back(std::make_unique<char[]>(size));
-    std::memcpy(texts.back().get(), bytes, size);
-    return texts.back().get();
+    texts_.push_back(std::make_unique<char[]>(size));
+    std::memcpy(texts_.back().get(), bytes, size);
+    return texts_.back().get();
 }
 
 void ValueTexts::SetString(SPropValue& value, ULONG tag, const std::string& text) {
@@ -40,35 +40,35 @@ void ValueTexts::SetIdentifier(SPropValue& value, const void* bytes, ULONG size)
 }
 
 ContentsBatch::ContentsBatch(bool areFaxEntries)
-    : memory(new char[offsetof(SRowSet, aRow) + batchRows * sizeof(SRow)]),
-      rows(reinterpret_cast<SRowSet*>(memory.get())),
-      values(size_t{batchRows} * contentsColumns),
-      plainNames(batchRows) {
-    rows->cRows = batchRows;
+    : memory_(new char[offsetof(SRowSet, aRow) + batchRows * sizeof(SRow)]),
+      rows_(reinterpret_cast<SRowSet*>(memory_.get())),
+      values_(size_t{batchRows} * contentsColumns),
+      plainNames_(batchRows) {
+    rows_->cRows = batchRows;
     for (ULONG row = 0; row < batchRows; ++row) Fill(row, areFaxEntries);
 }
 
 SRowSet* ContentsBatch::Give(ULONG count) {
-    rows->cRows = std::min(count, batchRows);
-    return rows;
+    rows_->cRows = std::min(count, batchRows);
+    return rows_;
 }
 
 SPropValue* ContentsBatch::PlainName(const BYTE* identifier, ULONG size) {
     const std::string number(reinterpret_cast<const char*>(identifier), size);
-    return &plainNames[std::strtoul(number.c_str(), nullptr, 10) % batchRows];
+    return &plainNames_[std::strtoul(number.c_str(), nullptr, 10) % batchRows];
 }
 
 SPropValue& ContentsBatch::At(ULONG row, ContentsColumn column) {
-    return values[size_t{row} * contentsColumns + static_cast<ULONG>(column)];
+    return values_[size_t{row} * contentsColumns + static_cast<ULONG>(column)];
 }
 
 void ContentsBatch::SetString(ULONG row, ContentsColumn column, const std::string& text) {
-    texts.SetString(At(row, column), GetTag(column), text);
+    texts_.SetString(At(row, column), GetTag(column), text);
 }
 
 void ContentsBatch::Fill(ULONG row, bool isFaxEntry) {
     MarkMissing(&At(row, ContentsColumn::DisplayName), ContentsColumns.aulPropTag, contentsColumns);
-    rows->aRow[row] = {0, contentsColumns, &At(row, ContentsColumn::DisplayName)};
+    rows_->aRow[row] = {0, contentsColumns, &At(row, ContentsColumn::DisplayName)};
     // A missing company, department or comment would ask for a second read: those are empty strings instead.
     for (const ContentsColumn column :
          {ContentsColumn::CompanyName, ContentsColumn::DepartmentName, ContentsColumn::Comment})
@@ -82,8 +82,8 @@ void ContentsBatch::Fill(ULONG row, bool isFaxEntry) {
     type.ulPropTag = PR_OBJECT_TYPE;
     type.Value.l = static_cast<LONG>(isGroup ? MAPI_DISTLIST : MAPI_MAILUSER);
     SetString(row, ContentsColumn::AddrType, isFaxEntry ? "FAX" : "SMTP");
-    texts.SetIdentifier(At(row, ContentsColumn::EntryId), Pad(number, identifierSize).data(), identifierSize);
-    texts.SetString(plainNames[row], PR_ORIGINAL_DISPLAY_NAME, name);
+    texts_.SetIdentifier(At(row, ContentsColumn::EntryId), Pad(number, identifierSize).data(), identifierSize);
+    texts_.SetString(plainNames_[row], PR_ORIGINAL_DISPLAY_NAME, name);
     if (row % 5 == 0) SetString(row, ContentsColumn::Comment, Pad("Comment", 40));
     if (isGroup) return;
     SetString(row, ContentsColumn::CompanyName, Pad("Company " + number, 20));
@@ -98,13 +98,13 @@ void ContentsBatch::Fill(ULONG row, bool isFaxEntry) {
     if (percent < 25) SetString(row, ContentsColumn::HomeFaxNumber, Pad("+1 555 02 " + number, 14));
 }
 
-HierarchyRows::HierarchyRows(ULONG count) : values(size_t{count} * hierarchyColumns), rows(count) {
+HierarchyRows::HierarchyRows(ULONG count) : values_(size_t{count} * hierarchyColumns), rows_(count) {
     for (ULONG row = 0; row < count; ++row) {
-        SPropValue* const first = &values[size_t{row} * hierarchyColumns];
+        SPropValue* const first = &values_[size_t{row} * hierarchyColumns];
         MarkMissing(first, HierarchyColumns.aulPropTag, hierarchyColumns);
-        texts.SetString(first[static_cast<ULONG>(HierarchyColumn::DisplayName)], PR_DISPLAY_NAME,
-                        Pad("Container " + std::to_string(row), 18));
-        texts.SetIdentifier(first[static_cast<ULONG>(HierarchyColumn::EntryId)], &row, sizeof row);
-        rows[row] = {0, hierarchyColumns, first};
+        texts_.SetString(first[static_cast<ULONG>(HierarchyColumn::DisplayName)], PR_DISPLAY_NAME,
+                         Pad("Container " + std::to_string(row), 18));
+        texts_.SetIdentifier(first[static_cast<ULONG>(HierarchyColumn::EntryId)], &row, sizeof row);
+        rows_[row] = {0, hierarchyColumns, first};
     }
 }

@@ -19,7 +19,7 @@ class ValueTexts {
 
   private:
     char* Keep(const void* bytes, size_t size);
-    std::vector<std::unique_ptr<char[]>> texts;
+    std::vector<std::unique_ptr<char[]>> texts_;
 };
 
 // Rows of a contents table. 60 % are persons with one fax number, 25 % with two, 10 % without, 5 % are groups; every
@@ -30,7 +30,7 @@ class ContentsBatch {
 
     // The first rows of the batch, as one row set; ends the one given before.
     SRowSet* Give(ULONG count);
-    const SRow& Row(ULONG row) const { return rows->aRow[row % batchRows]; }
+    const SRow& Row(ULONG row) const { return rows_->aRow[row % batchRows]; }
     // The plain name of the entry with that identifier, as the one value of GetProps.
     SPropValue* PlainName(const BYTE* identifier, ULONG size);
 
@@ -41,11 +41,11 @@ class ContentsBatch {
     void SetString(ULONG row, ContentsColumn column, const std::string& text);
     void Fill(ULONG row, bool isFaxEntry);
 
-    std::unique_ptr<char[]> memory;
-    SRowSet* rows;
-    std::vector<SPropValue> values;
-    std::vector<SPropValue> plainNames;
-    ValueTexts texts;
+    std::unique_ptr<char[]> memory_;
+    SRowSet* rows_;
+    std::vector<SPropValue> values_;
+    std::vector<SPropValue> plainNames_;
+    ValueTexts texts_;
 };
 
 // Rows of hierarchy tables: container i has the row i and the identifier i, of four bytes.
@@ -53,11 +53,11 @@ class HierarchyRows {
   public:
     explicit HierarchyRows(ULONG count);
 
-    size_t Count() const { return rows.size(); }
-    const SRow* Row(ULONG row) const { return &rows[row]; }
+    size_t Count() const { return rows_.size(); }
+    const SRow* Row(ULONG row) const { return &rows_[row]; }
 
   private:
-    std::vector<SPropValue> values;
-    std::vector<SRow> rows;
-    ValueTexts texts;
+    std::vector<SPropValue> values_;
+    std::vector<SRow> rows_;
+    ValueTexts texts_;
 };

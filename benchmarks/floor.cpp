@@ -48,20 +48,20 @@ void Put(char* field, const char* text, size_t limit) {
 }  // namespace
 
 char* Floor::Take(size_t size) {
-    if (static_cast<size_t>(end - at) < size) {
-        blocks.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
-        at = blocks.back().get();
-        end = at + blockSize;
+    if (static_cast<size_t>(end_ - at_) < size) {
+        blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
+        at_ = blocks_.back().get();
+        end_ = at_ + blockSize;
     }
-    char* taken = at;
-    at += size;
+    char* taken = at_;
+    at_ += size;
     return taken;
 }
 
 template <class Object>
 Object* Floor::New() {
-    at = reinterpret_cast<char*>((reinterpret_cast<uintptr_t>(at) + 7) & ~uintptr_t{7});
-    if (at > end) at = end;
+    at_ = reinterpret_cast<char*>((reinterpret_cast<uintptr_t>(at_) + 7) & ~uintptr_t{7});
+    if (at_ > end_) at_ = end_;
     return new (Take(sizeof(Object))) Object{};
 }
 
@@ -82,8 +82,8 @@ Floor::Text Floor::Copy(const SPropValue& value, ULONG tag) {
 Floor::Person* Floor::Add(const SPropValue* values) {
     const auto copy = [&](Column column) { return Copy(At(values, column), GetTag(column)); };
     Person* const person = New<Person>();
-    *link = person;
-    link = &person->next;
+    *link_ = person;
+    link_ = &person->next;
     person->kind = static_cast<uint32_t>(At(values, Column::ObjectType).Value.l);
     const SBinary& identifier = At(values, Column::EntryId).Value.bin;
     char* const bytes = Take(identifier.cb);
@@ -152,7 +152,7 @@ uint32_t Floor::CountFaxEntries(const SRowSet& batch, ULONG rowCount, IAddrBook&
 
 void Floor::Fill(DestinationRecord* const* records) const {
     constexpr Companions none{};
-    for (const Person* person = first; person != nullptr; person = person->next) {
+    for (const Person* person = first_; person != nullptr; person = person->next) {
         const auto start = [&](uint16_t type) {
             DestinationRecord* record = *records++;
             record->type = type;
@@ -192,8 +192,8 @@ void Floor::Fill(DestinationRecord* const* records) const {
 }
 
 void Floor::Close() {
-    blocks.clear();
-    at = end = nullptr;
-    first = nullptr;
-    link = &first;
+    blocks_.clear();
+    at_ = end_ = nullptr;
+    first_ = nullptr;
+    link_ = &first_;
 }

@@ -21,7 +21,7 @@ class Floor {
     uint32_t CountFaxEntries(const SRowSet& batch, ULONG rowCount, IAddrBook& addressBook, SessionSupport& support);
     void Fill(DestinationRecord* const* records) const;
     void Close();
-    size_t GetBytes() const { return blocks.size() * blockSize; }
+    size_t GetBytes() const { return blocks_.size() * blockSize; }
 
   private:
     static constexpr size_t blockSize = 1024 * 1024;
@@ -55,9 +55,9 @@ class Floor {
     Person* Add(const SPropValue* values);
     uint32_t ReadNumbers(Person& person, const SPropValue* values);
 
-    std::vector<std::unique_ptr<char[]>> blocks;
-    char* at = nullptr;
-    char* end = nullptr;
-    Person* first = nullptr;
-    Person** link = &first;
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    char* at_ = nullptr;
+    char* end_ = nullptr;
+    Person* first_ = nullptr;
+    Person** link_ = &first_;
 };

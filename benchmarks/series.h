@@ -8,14 +8,14 @@
 
 class Series {
   public:
-    void Add(double value) { values.push_back(value); }
-    bool IsEmpty() const { return values.empty(); }
+    void Add(double value) { values_.push_back(value); }
+    bool IsEmpty() const { return values_.empty(); }
     double Median() const;
     // The distance of the extremes, in percent of the median.
     double Spread() const;
 
   private:
-    std::vector<double> values;
+    std::vector<double> values_;
 };
 
 // Nanoseconds that the work takes, for each of `count` pieces of it.
@@ -42,6 +42,6 @@ class Report {
     void Add(const std::string& what, double size, const Series& library, const Series& floor = {});
 
   private:
-    std::FILE* results;
-    std::string current;
+    std::FILE* results_;
+    std::string current_;
 };

@@ -48,39 +48,39 @@ bool IsNothing(std::string_view cell, Column::Kind kind) {
 class AlignedPrinter::LinePrinter {
   public:
     LinePrinter(const AlignedPrinter& table, std::ostream& stream)
-        : columns(table.columns),
-          shown(table.ShownColumns()),
-          usesColours(table.console.OutTerminal().takesCodes),
-          out(stream) {
-        FitInto(table.console.OutTerminal().width);
+        : columns_(table.columns_),
+          shown_(table.ShownColumns()),
+          usesColours_(table.console_.OutTerminal().takesCodes),
+          out_(stream) {
+        FitInto(table.console_.OutTerminal().width);
     }
 
     void PrintHeadings() {
         std::vector<std::string> headings;
-        for (const Column& column : columns) headings.push_back(Heading(column.name));
-        isHeading = true;
+        for (const Column& column : columns_) headings.push_back(Heading(column.name));
+        isHeading_ = true;
         Print({{headings.begin(), headings.end()}, true});
-        isHeading = false;
+        isHeading_ = false;
     }
 
     void Print(const Row& row) {
-        rest.clear();
-        for (const ShownColumn& column : shown) {
-            rest.push_back(row.cells[column.index]);
+        rest_.clear();
+        for (const ShownColumn& column : shown_) {
+            rest_.push_back(row.cells[column.index]);
             if (row.isPlain) continue;
-            cleaned.resize(shown.size());
-            rest.back() = cleaned[rest.size() - 1] = WithoutControls(rest.back());
+            cleaned_.resize(shown_.size());
+            rest_.back() = cleaned_[rest_.size() - 1] = WithoutControls(rest_.back());
         }
         do {
             PrintLine(row.isPlain);
-        } while (std::ranges::any_of(rest, [](std::string_view cell) { return !cell.empty(); }));
+        } while (std::ranges::any_of(rest_, [](std::string_view cell) { return !cell.empty(); }));
     }
 
   private:
     // A width of 0 is no limit.
     void FitInto(size_t terminalWidth) {
-        size_t total = columnGap.size() * (shown.size() - 1);
-        for (const ShownColumn& column : shown) total += column.width;
+        size_t total = columnGap.size() * (shown_.size() - 1);
+        for (const ShownColumn& column : shown_) total += column.width;
         if (terminalWidth == 0 || total <= terminalWidth) return;
         size_t excess = total - terminalWidth;
         for (const auto kind : {Column::Kind::Number, Column::Kind::Remark, Column::Kind::Text}) {
@@ -91,12 +91,12 @@ class AlignedPrinter::LinePrinter {
     // Takes up to that many columns of the terminal from the widest of a kind; returns how many.
     size_t Shrink(Column::Kind kind, size_t excess) {
         const auto canShrink = [&](const ShownColumn& column) {
-            return columns[column.index].kind == kind && column.width > column.leastWidth;
+            return columns_[column.index].kind == kind && column.width > column.leastWidth;
         };
         size_t taken = 0;
         for (; taken < excess; ++taken) {
             ShownColumn* widest = nullptr;
-            for (ShownColumn& column : shown) {
+            for (ShownColumn& column : shown_) {
                 if (canShrink(column) && (!widest || column.width > widest->width)) widest = &column;
             }
             if (!widest) break;
@@ -127,80 +127,80 @@ class AlignedPrinter::LinePrinter {
 
     // One line of what is left of the cells.
     void PrintLine(bool isPlain) {
-        line.clear();
+        line_.clear();
         size_t end = 0;  // of what is to be seen in the line
-        for (size_t i = 0; i < shown.size(); ++i) {
-            const auto& [index, columnWidth, leastWidth] = shown[i];
-            if (i > 0) line += columnGap;
-            const Column::Kind kind = columns[index].kind;
-            const Column::Kind way = isHeading ? Column::Kind::Text : kind;
-            const auto& [text, mark, width] = TakePiece(rest[i], way, columnWidth, isPlain);
+        for (size_t i = 0; i < shown_.size(); ++i) {
+            const auto& [index, columnWidth, leastWidth] = shown_[i];
+            if (i > 0) line_ += columnGap;
+            const Column::Kind kind = columns_[index].kind;
+            const Column::Kind way = isHeading_ ? Column::Kind::Text : kind;
+            const auto& [text, mark, width] = TakePiece(rest_[i], way, columnWidth, isPlain);
             const size_t padding = columnWidth - std::min(width, columnWidth);
             const bool alignRight = kind == Column::Kind::Number;
-            if (alignRight) line.append(padding, ' ');
+            if (alignRight) line_.append(padding, ' ');
             if (!text.empty()) {
                 const std::string_view colour = ColourOf(kind);
-                line.append(colour).append(text).append(mark).append(colour.empty() ? "" : terminal_codes::plain);
-                end = line.size();
+                line_.append(colour).append(text).append(mark).append(colour.empty() ? "" : terminal_codes::plain);
+                end = line_.size();
             }
-            if (!alignRight) line.append(padding, ' ');
+            if (!alignRight) line_.append(padding, ' ');
         }
-        line.resize(end);
-        line += '\n';
-        out.write(line.data(), static_cast<std::streamsize>(line.size()));
+        line_.resize(end);
+        line_ += '\n';
+        out_.write(line_.data(), static_cast<std::streamsize>(line_.size()));
     }
 
     std::string_view ColourOf(Column::Kind kind) const {
-        if (!usesColours) return {};
-        if (isHeading) return terminal_codes::bold;
+        if (!usesColours_) return {};
+        if (isHeading_) return terminal_codes::bold;
         return kind == Column::Kind::Telephone ? terminal_codes::cyan : std::string_view();
     }
 
-    const std::vector<Column>& columns;
-    std::vector<ShownColumn> shown;
-    bool usesColours;
-    bool isHeading = false;
-    std::ostream& out;
-    std::vector<std::string_view> rest;  // of each shown column's cell
-    std::vector<std::string> cleaned;
-    std::string line;
+    const std::vector<Column>& columns_;
+    std::vector<ShownColumn> shown_;
+    bool usesColours_;
+    bool isHeading_ = false;
+    std::ostream& out_;
+    std::vector<std::string_view> rest_;  // of each shown column's cell
+    std::vector<std::string> cleaned_;
+    std::string line_;
 };
 
 AlignedPrinter::AlignedPrinter(Console& printConsole, std::vector<Column> tableColumns)
-    : console(printConsole), columns(std::move(tableColumns)) {}
+    : console_(printConsole), columns_(std::move(tableColumns)) {}
 
 void AlignedPrinter::AddRow(std::initializer_list<std::string_view> cells) {
     constexpr size_t firstBlockSize = 1 << 14;
     constexpr size_t blockSize = 1 << 20;
     size_t size = 0;
     for (const std::string_view cell : cells) size += cell.size();
-    if (blocks.empty() || blocks.back().text.size() + size > blocks.back().text.capacity()) {
-        blocks.emplace_back().text.reserve(std::max(hasRows ? blockSize : firstBlockSize, size));
+    if (blocks_.empty() || blocks_.back().text.size() + size > blocks_.back().text.capacity()) {
+        blocks_.emplace_back().text.reserve(std::max(hasRows_ ? blockSize : firstBlockSize, size));
     }
-    Block& block = blocks.back();
+    Block& block = blocks_.back();
     for (const std::string_view cell : cells) {
         block.text += cell;
         block.lengths.push_back(static_cast<std::uint32_t>(cell.size()));
     }
     block.isPlain.push_back(IsPlain(std::string_view(block.text).substr(block.text.size() - size)));
-    hasRows = true;
+    hasRows_ = true;
 }
 
 void AlignedPrinter::Finish() {
-    if (!hasRows) return;
-    LinePrinter printer(*this, console.Out());
+    if (!hasRows_) return;
+    LinePrinter printer(*this, console_.Out());
     printer.PrintHeadings();
     ForEachRow([&](const Row& row) { printer.Print(row); });
 }
 
 template <typename Function>
 void AlignedPrinter::ForEachRow(Function&& function) const {
-    Row row = {std::vector<std::string_view>(columns.size())};
-    for (const Block& block : blocks) {
+    Row row = {std::vector<std::string_view>(columns_.size())};
+    for (const Block& block : blocks_) {
         std::string_view rest = block.text;
         for (size_t i = 0; i < block.isPlain.size(); ++i) {
-            for (size_t column = 0; column < columns.size(); ++column) {
-                row.cells[column] = rest.substr(0, block.lengths[i * columns.size() + column]);
+            for (size_t column = 0; column < columns_.size(); ++column) {
+                row.cells[column] = rest.substr(0, block.lengths[i * columns_.size() + column]);
                 rest.remove_prefix(row.cells[column].size());
             }
             row.isPlain = block.isPlain[i];
@@ -210,21 +210,21 @@ void AlignedPrinter::ForEachRow(Function&& function) const {
 }
 
 std::vector<AlignedPrinter::ShownColumn> AlignedPrinter::ShownColumns() const {
-    std::vector<size_t> widths(columns.size());
-    std::vector<bool> isUsed(columns.size());
+    std::vector<size_t> widths(columns_.size());
+    std::vector<bool> isUsed(columns_.size());
     ForEachRow([&](const Row& row) {
         for (size_t column = 0; column < row.cells.size(); ++column) {
             const std::string_view cell = row.cells[column];
             const size_t width = row.isPlain ? cell.size() : DisplayWidth(WithoutControls(cell));
             widths[column] = std::max(widths[column], width);
-            if (!IsNothing(cell, columns[column].kind)) isUsed[column] = true;
+            if (!IsNothing(cell, columns_[column].kind)) isUsed[column] = true;
         }
     });
     std::vector<ShownColumn> shown;
     for (size_t column = 0; column < widths.size(); ++column) {
-        if (!isUsed[column] && columns[column].whenEmpty == Column::WhenEmpty::Hide) continue;
-        const size_t width = std::max(widths[column], columns[column].name.size());
-        shown.push_back({column, width, LeastWidth(columns[column], widths[column])});
+        if (!isUsed[column] && columns_[column].whenEmpty == Column::WhenEmpty::Hide) continue;
+        const size_t width = std::max(widths[column], columns_[column].name.size());
+        shown.push_back({column, width, LeastWidth(columns_[column], widths[column])});
     }
     return shown;
 }

@@ -38,8 +38,8 @@ class AlignedPrinter final : public TablePrinter {
     void ForEachRow(Function&& function) const;
     std::vector<ShownColumn> ShownColumns() const;
 
-    Console& console;
-    std::vector<Column> columns;
-    std::vector<Block> blocks;
-    bool hasRows = false;
+    Console& console_;
+    std::vector<Column> columns_;
+    std::vector<Block> blocks_;
+    bool hasRows_ = false;
 };

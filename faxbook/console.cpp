@@ -7,15 +7,15 @@
 #include "characters.h"
 
 Console::Console(std::ostream& outStream, std::ostream& noteStream, const Terminal& outTerminal)
-    : out(outStream), notes(noteStream), terminal(outTerminal) {}
+    : out_(outStream), notes_(noteStream), terminal_(outTerminal) {}
 
 void Console::ShowProgress(Progress::Draw draw) {
-    progress = std::make_unique<Progress>(std::move(draw));
+    progress_ = std::make_unique<Progress>(std::move(draw));
 }
 
 std::ostream& Console::Out() {
-    if (terminal.width > 0) progress.reset();
-    return out;
+    if (terminal_.width > 0) progress_.reset();
+    return out_;
 }
 
 void Console::Note(std::string_view text) {
@@ -23,14 +23,14 @@ void Console::Note(std::string_view text) {
 }
 
 void Console::Report(std::string_view line) {
-    if (progress) progress->Wipe();
-    notes << WithoutControls(line) << '\n';
+    if (progress_) progress_->Wipe();
+    notes_ << WithoutControls(line) << '\n';
 }
 
 void Console::Reading(const std::string& what) {
-    if (progress) progress->Say("reading " + WithoutControls(what));
+    if (progress_) progress_->Say("reading " + WithoutControls(what));
 }
 
 void Console::CountOne() {
-    if (progress) progress->CountOne();
+    if (progress_) progress_->CountOne();
 }

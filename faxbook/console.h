@@ -25,7 +25,7 @@ class Console {
 
     // For what is printed now. At a terminal the progress line is gone then, and does not come back.
     std::ostream& Out();
-    const Terminal& OutTerminal() const { return terminal; }
+    const Terminal& OutTerminal() const { return terminal_; }
 
     // One line on standard error, with the program's name before it.
     void Note(std::string_view text);
@@ -38,8 +38,8 @@ class Console {
     void CountOne();
 
   private:
-    std::ostream& out;
-    std::ostream& notes;
-    Terminal terminal;
-    std::unique_ptr<Progress> progress;
+    std::ostream& out_;
+    std::ostream& notes_;
+    Terminal terminal_;
+    std::unique_ptr<Progress> progress_;
 };

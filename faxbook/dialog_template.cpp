@@ -19,23 +19,23 @@ constexpr uint32_t fontGiven = 0x40;      // dialog style DS_SETFONT, also in DS
 // Takes values from the front of the template; throws std::out_of_range when it ends too early.
 class TemplateReader {
   public:
-    explicit TemplateReader(std::string_view templateBytes) : bytes(templateBytes) {}
+    explicit TemplateReader(std::string_view templateBytes) : bytes_(templateBytes) {}
 
     template <typename Value>
     Value Take() {
         Value value;
         Require(sizeof(value));
-        std::memcpy(&value, bytes.data() + position, sizeof(value));
-        position += sizeof(value);
+        std::memcpy(&value, bytes_.data() + position_, sizeof(value));
+        position_ += sizeof(value);
         return value;
     }
 
     void Skip(size_t count) {
         Require(count);
-        position += count;
+        position_ += count;
     }
 
-    void AlignTo(size_t size) { position = (position + size - 1) / size * size; }
+    void AlignTo(size_t size) { position_ = (position_ + size - 1) / size * size; }
 
     // A NUL-terminated UTF-16 text, or a number that stands in its place, which gives an empty text.
     std::string TakeTextOrNumber() {
@@ -51,11 +51,12 @@ class TemplateReader {
 
   private:
     void Require(size_t count) const {
-        if (position > bytes.size() || bytes.size() - position < count) throw std::out_of_range("the template ends");
+        if (position_ > bytes_.size() || bytes_.size() - position_ < count)
+            throw std::out_of_range("the template ends");
     }
 
-    std::string_view bytes;
-    size_t position = 0;
+    std::string_view bytes_;
+    size_t position_ = 0;
 };
 
 DialogControl TakeControl(TemplateReader& reader) {

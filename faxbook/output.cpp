@@ -15,19 +15,19 @@ namespace {
 // The texts of one column, an empty line between two.
 class BlockPrinter final : public TablePrinter {
   public:
-    BlockPrinter(Console& printConsole, size_t blockColumn) : console(printConsole), column(blockColumn) {}
+    BlockPrinter(Console& printConsole, size_t blockColumn) : console_(printConsole), column_(blockColumn) {}
 
     void AddRow(std::initializer_list<std::string_view> cells) override {
-        if (hasRows) console.Out() << '\n';
-        console.Out() << WithoutControls(cells.begin()[column], '\n') << '\n';
-        hasRows = true;
+        if (hasRows_) console_.Out() << '\n';
+        console_.Out() << WithoutControls(cells.begin()[column_], '\n') << '\n';
+        hasRows_ = true;
     }
     void Finish() override {}
 
   private:
-    Console& console;
-    size_t column;
-    bool hasRows = false;
+    Console& console_;
+    size_t column_;
+    bool hasRows_ = false;
 };
 
 // A line of the columns' names, and a line for each row.
@@ -36,32 +36,32 @@ class LinePrinter final : public TablePrinter {
     using AppendCell = void (*)(std::string& line, std::string_view cell);
 
     LinePrinter(Console& printConsole, const std::vector<Column>& columns, char cellSeparator, AppendCell append)
-        : console(printConsole), separator(cellSeparator), appendCell(append) {
-        for (const Column& column : columns) names += (names.empty() ? "" : std::string(1, separator)) + column.name;
-        names += '\n';
+        : console_(printConsole), separator_(cellSeparator), appendCell_(append) {
+        for (const Column& column : columns) names_ += (names_.empty() ? "" : std::string(1, separator_)) + column.name;
+        names_ += '\n';
     }
 
     void AddRow(std::initializer_list<std::string_view> cells) override {
         PrintNames();
-        line.clear();
+        line_.clear();
         for (const std::string_view& cell : cells) {
-            if (&cell != cells.begin()) line += separator;
-            appendCell(line, cell);
+            if (&cell != cells.begin()) line_ += separator_;
+            appendCell_(line_, cell);
         }
-        line += '\n';
-        Print(line);
+        line_ += '\n';
+        Print(line_);
     }
     void Finish() override { PrintNames(); }
 
   private:
-    void PrintNames() { Print(std::exchange(names, {})); }
-    void Print(std::string_view text) { console.Out().write(text.data(), static_cast<std::streamsize>(text.size())); }
+    void PrintNames() { Print(std::exchange(names_, {})); }
+    void Print(std::string_view text) { console_.Out().write(text.data(), static_cast<std::streamsize>(text.size())); }
 
-    Console& console;
-    char separator;
-    AppendCell appendCell;
-    std::string names;  // until they are printed
-    std::string line;
+    Console& console_;
+    char separator_;
+    AppendCell appendCell_;
+    std::string names_;  // until they are printed
+    std::string line_;
 };
 
 void AppendPlainCell(std::string& line, std::string_view cell) {
@@ -88,30 +88,30 @@ void AppendCsvCell(std::string& line, std::string_view cell) {
 class JsonPrinter final : public TablePrinter {
   public:
     JsonPrinter(Console& printConsole, std::vector<Column> tableColumns)
-        : console(printConsole), columns(std::move(tableColumns)) {}
+        : console_(printConsole), columns_(std::move(tableColumns)) {}
 
     void AddRow(std::initializer_list<std::string_view> cells) override {
         using Json = nlohmann::ordered_json;
         Json object = Json::object();
-        for (size_t i = 0; i < columns.size(); ++i) {
+        for (size_t i = 0; i < columns_.size(); ++i) {
             const std::string cell(cells.begin()[i]);
-            if (columns[i].kind != Column::Kind::Number) {
-                object[columns[i].name] = cell;
+            if (columns_[i].kind != Column::Kind::Number) {
+                object[columns_[i].name] = cell;
             } else if (cell.empty()) {
-                object[columns[i].name] = nullptr;
+                object[columns_[i].name] = nullptr;
             } else {
-                object[columns[i].name] = std::stoll(cell);
+                object[columns_[i].name] = std::stoll(cell);
             }
         }
-        console.Out() << (hasRows ? ",\n " : "[\n ") << object.dump(-1, ' ', false, Json::error_handler_t::replace);
-        hasRows = true;
+        console_.Out() << (hasRows_ ? ",\n " : "[\n ") << object.dump(-1, ' ', false, Json::error_handler_t::replace);
+        hasRows_ = true;
     }
-    void Finish() override { console.Out() << (hasRows ? "\n]\n" : "[]\n"); }
+    void Finish() override { console_.Out() << (hasRows_ ? "\n]\n" : "[]\n"); }
 
   private:
-    Console& console;
-    std::vector<Column> columns;
-    bool hasRows = false;
+    Console& console_;
+    std::vector<Column> columns_;
+    bool hasRows_ = false;
 };
 
 std::unique_ptr<TablePrinter> MakePrinter(Console& console, Format format, std::vector<Column> columns) {
@@ -135,17 +135,17 @@ std::unique_ptr<TablePrinter> MakePrinter(Console& console, Format format, std::
 
 }  // namespace
 
-Table::Table(Console& console, Format format, std::vector<Column> columns) : columnCount(columns.size()) {
+Table::Table(Console& console, Format format, std::vector<Column> columns) : columnCount_(columns.size()) {
     if (columns.empty()) throw std::invalid_argument("a table has at least one column");
-    printer = MakePrinter(console, format, std::move(columns));
+    printer_ = MakePrinter(console, format, std::move(columns));
 }
 
 void Table::AddRow(std::initializer_list<std::string_view> cells) {
-    if (cells.size() != columnCount) throw std::invalid_argument("a row has one cell for each column");
-    printer->AddRow(cells);
-    ++rowCount;
+    if (cells.size() != columnCount_) throw std::invalid_argument("a row has one cell for each column");
+    printer_->AddRow(cells);
+    ++rowCount_;
 }
 
 void Table::Finish() {
-    printer->Finish();
+    printer_->Finish();
 }

@@ -57,10 +57,10 @@ class Table {
     // After the last row. A table that is not finished may have printed a part, or nothing.
     void Finish();
 
-    size_t RowCount() const { return rowCount; }
+    size_t RowCount() const { return rowCount_; }
 
   private:
-    std::unique_ptr<TablePrinter> printer;
-    size_t columnCount;
-    size_t rowCount = 0;
+    std::unique_ptr<TablePrinter> printer_;
+    size_t columnCount_;
+    size_t rowCount_ = 0;
 };

@@ -19,19 +19,19 @@ class StandardStreams {
     StandardStreams(const StandardStreams&) = delete;
     StandardStreams& operator=(const StandardStreams&) = delete;
 
-    const Terminal& Output() const { return output; }
-    const Terminal& Notes() const { return notes; }
+    const Terminal& Output() const { return output_; }
+    const Terminal& Notes() const { return notes_; }
     // Whether a line that comes and goes on standard error disturbs nobody: it is a terminal, and standard output is
     // not a pipe to a program that may write to the same terminal.
-    bool HasPlaceForProgress() const { return hasPlaceForProgress; }
+    bool HasPlaceForProgress() const { return hasPlaceForProgress_; }
     // Shows the line at the terminal of standard error, in the place of the last one, and leaves the cursor at its
     // beginning.
     static void DrawProgress(std::string_view line);
 
   private:
-    Terminal output;
-    Terminal notes;
-    bool hasPlaceForProgress = false;
+    Terminal output_;
+    Terminal notes_;
+    bool hasPlaceForProgress_ = false;
 };
 
 // Interrupts of the program end it in the other threads, which may hold them off for a while.

@@ -60,11 +60,11 @@ std::vector<std::string> ProgramArguments(int argc, char** argv) {
     return {argv, argv + argc};
 }
 
-StandardStreams::StandardStreams() : output(LookAt(STDOUT_FILENO)), notes(LookAt(STDERR_FILENO)) {
+StandardStreams::StandardStreams() : output_(LookAt(STDOUT_FILENO)), notes_(LookAt(STDERR_FILENO)) {
     struct stat information = {};
     const bool isPipe = fstat(STDOUT_FILENO, &information) == 0 && S_ISFIFO(information.st_mode);
-    hasPlaceForProgress = notes.takesCodes && !isPipe;
-    outputTakesCodes = output.takesCodes;
+    hasPlaceForProgress_ = notes_.takesCodes && !isPipe;
+    outputTakesCodes = output_.takesCodes;
     SetHandler(OnInterrupt);
 }
 

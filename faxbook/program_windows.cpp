@@ -79,13 +79,13 @@ std::vector<std::string> ProgramArguments(int, char**) {
     return arguments;
 }
 
-StandardStreams::StandardStreams() : output(outputBefore.Prepare()), notes(notesBefore.Prepare()) {
+StandardStreams::StandardStreams() : output_(outputBefore.Prepare()), notes_(notesBefore.Prepare()) {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     codePageBefore = GetConsoleOutputCP();
     if (codePageBefore != 0) SetConsoleOutputCP(CP_UTF8);
-    hasPlaceForProgress = notes.takesCodes && GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) != FILE_TYPE_PIPE;
-    outputTakesCodes = output.takesCodes;
+    hasPlaceForProgress_ = notes_.takesCodes && GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) != FILE_TYPE_PIPE;
+    outputTakesCodes = output_.takesCodes;
     SetConsoleCtrlHandler(OnInterrupt, TRUE);
 }
 

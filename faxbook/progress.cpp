@@ -7,35 +7,35 @@
 #include "program.h"
 
 Progress::Progress(Draw drawLine, std::chrono::milliseconds firstWait)
-    : draw(std::move(drawLine)), thread([this, firstWait] { Run(firstWait); }) {}
+    : draw_(std::move(drawLine)), thread_([this, firstWait] { Run(firstWait); }) {}
 
 Progress::~Progress() {
     {
-        const std::lock_guard lock(mutex);
-        isOver = true;
+        const std::lock_guard lock(mutex_);
+        isOver_ = true;
     }
-    over.notify_one();
-    thread.join();
+    over_.notify_one();
+    thread_.join();
     Wipe();
 }
 
 void Progress::Say(const std::string& text) {
-    const std::lock_guard lock(mutex);
-    what = text;
+    const std::lock_guard lock(mutex_);
+    what_ = text;
 }
 
 void Progress::Wipe() {
-    const std::lock_guard lock(mutex);
-    if (std::exchange(isShown, false)) draw("");
+    const std::lock_guard lock(mutex_);
+    if (std::exchange(isShown_, false)) draw_("");
 }
 
 void Progress::Run(std::chrono::milliseconds firstWait) try {
     LeaveInterruptsToOtherThreads();
-    std::unique_lock lock(mutex);
-    for (auto wait = firstWait; !over.wait_for(lock, wait, [this] { return isOver; });
+    std::unique_lock lock(mutex_);
+    for (auto wait = firstWait; !over_.wait_for(lock, wait, [this] { return isOver_; });
          wait = std::chrono::milliseconds(200)) {
-        isShown = true;
-        draw(Line());
+        isShown_ = true;
+        draw_(Line());
     }
 } catch (const std::bad_alloc&) {
     // Whoever reads meets the same and says so; without memory there is no line.
@@ -43,7 +43,7 @@ void Progress::Run(std::chrono::milliseconds firstWait) try {
 
 // "reading Company: 120000, 3 s"
 std::string Progress::Line() const {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
-    const std::uint64_t counted = count.load(std::memory_order_relaxed);
-    return what + ": " + (counted == 0 ? "" : std::to_string(counted) + ", ") + std::to_string(seconds.count()) + " s";
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start_);
+    const std::uint64_t counted = count_.load(std::memory_order_relaxed);
+    return what_ + ": " + (counted == 0 ? "" : std::to_string(counted) + ", ") + std::to_string(seconds.count()) + " s";
 }

@@ -25,7 +25,7 @@ class Progress {
     Progress& operator=(const Progress&) = delete;
 
     void Say(const std::string& text);
-    void CountOne() { count.fetch_add(1, std::memory_order_relaxed); }
+    void CountOne() { count_.fetch_add(1, std::memory_order_relaxed); }
     // Makes room for other words; the line comes back.
     void Wipe();
 
@@ -33,13 +33,13 @@ class Progress {
     void Run(std::chrono::milliseconds firstWait);
     std::string Line() const;
 
-    const Draw draw;
-    const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-    std::atomic<std::uint64_t> count = 0;
-    std::mutex mutex;  // of what follows, and of drawing
-    std::string what = "reading";
-    bool isShown = false;
-    bool isOver = false;
-    std::condition_variable over;
-    std::thread thread;
+    const Draw draw_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::atomic<std::uint64_t> count_ = 0;
+    std::mutex mutex_;  // of what follows, and of drawing
+    std::string what_ = "reading";
+    bool isShown_ = false;
+    bool isOver_ = false;
+    std::condition_variable over_;
+    std::thread thread_;
 };

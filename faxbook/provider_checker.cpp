@@ -37,11 +37,11 @@ std::string Quoted(const std::string& codePageText) {
 }  // namespace
 
 bool ProviderChecker::Expect(bool isRight, const std::string& where, const std::string& what) {
-    ++checkCount;
+    ++checkCount_;
     if (isRight) return true;
-    const auto [place, isNew] = faultPlaces.try_emplace({where, what}, faults.size());
-    if (isNew) faults.push_back({where, what});
-    ++faults[place->second].times;
+    const auto [place, isNew] = faultPlaces_.try_emplace({where, what}, faults_.size());
+    if (isNew) faults_.push_back({where, what});
+    ++faults_[place->second].times;
     return false;
 }
 
@@ -51,7 +51,7 @@ bool ProviderChecker::ExpectSuccess(HRESULT result, const std::string& where) {
 
 template <class Function>
 Function* ProviderChecker::Find(const char* name, const char* without) {
-    const FARPROC function = GetProcAddress(module.Handle(), name);
+    const FARPROC function = GetProcAddress(module_.Handle(), name);
     Expect(function != nullptr, name, std::string("is not exported: ") + without);
     return std::bit_cast<Function*>(function);
 }
@@ -90,7 +90,7 @@ void ProviderChecker::Check(const std::string& profile) {
     Find<VOKAllocateBufferFunction>("VOKAllocateBuffer", "a provider should have it, though it is never called");
     Find<VOKAllocateMoreFunction>("VOKAllocateMore", "a provider should have it, though it is never called");
     Find<VOKFreeBufferFunction>("VOKFreeBuffer", "a provider should have it, though it is never called");
-    freeRows = Find<VOKFreeProwsFunction>("VOKFreeProws", "no table is read");
+    freeRows_ = Find<VOKFreeProwsFunction>("VOKFreeProws", "no table is read");
     const auto setResources =
         Find<SetResourceDllHandleFunction>("SetResourceDllHandle", "resources are not handed over");
     const auto administer = Find<VOKAdminProfilesFunction>("VOKAdminProfiles", "profiles cannot be made or shown");
@@ -154,7 +154,7 @@ std::vector<ProviderChecker::Row> ProviderChecker::ReadTable(IMAPITable* table, 
     const Held<IMAPITable> held(table);
     std::vector<Row> rows;
     ULONG counted = 0;
-    if (freeRows == nullptr || !ExpectSuccess(table->SetColumns(&columns, 0), where + ": SetColumns") ||
+    if (freeRows_ == nullptr || !ExpectSuccess(table->SetColumns(&columns, 0), where + ": SetColumns") ||
         !ExpectSuccess(table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr), where + ": SeekRow") ||
         !ExpectSuccess(table->GetRowCount(0, &counted), where + ": GetRowCount"))
         return rows;
@@ -164,7 +164,7 @@ std::vector<ProviderChecker::Row> ProviderChecker::ReadTable(IMAPITable* table, 
         SRowSet* set = nullptr;
         const HRESULT result = table->QueryRows(batchRows, 0, &set);
         if (!ExpectSuccess(result, query) || !Expect(set != nullptr, query, "succeeds and gives no row set")) {
-            if (set != nullptr) freeRows(set);
+            if (set != nullptr) freeRows_(set);
             return rows;
         }
         Expect(set->cRows <= static_cast<ULONG>(batchRows), query, "gives more rows than it was asked for");
@@ -174,7 +174,7 @@ std::vector<ProviderChecker::Row> ProviderChecker::ReadTable(IMAPITable* table, 
             rows.push_back(row.lpProps != nullptr ? ReadRow(row, columns) : Row());
         }
         isEnd = set->cRows == 0;
-        freeRows(set);
+        freeRows_(set);
     }
     Expect(rows.size() == counted, where + ": GetRowCount",
            "counts " + std::to_string(counted) + " rows, and QueryRows gives " + std::to_string(rows.size()));

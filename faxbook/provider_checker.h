@@ -21,14 +21,14 @@ struct ProviderFault {
 
 class ProviderChecker {
   public:
-    explicit ProviderChecker(const LoadedModule& theModule) : module(theModule) {}
+    explicit ProviderChecker(const LoadedModule& theModule) : module_(theModule) {}
 
     // Opens a session on the profile (the default one, if it is empty), reads all that is in it, and closes it.
     void Check(const std::string& profile);
 
-    size_t CheckCount() const { return checkCount; }
+    size_t CheckCount() const { return checkCount_; }
     // In the order in which they were met.
-    const std::vector<ProviderFault>& Faults() const { return faults; }
+    const std::vector<ProviderFault>& Faults() const { return faults_; }
 
   private:
     // What is remembered of a row.
@@ -60,9 +60,9 @@ class ProviderChecker {
     std::vector<Row> ReadTable(IMAPITable* table, const SPropTagArray& columns, const std::string& where);
     Row ReadRow(const SRow& row, const SPropTagArray& columns);
 
-    const LoadedModule& module;
-    VOKFreeProwsFunction* freeRows = nullptr;
-    size_t checkCount = 0;
-    std::vector<ProviderFault> faults;
-    std::map<std::pair<std::string, std::string>, size_t> faultPlaces;
+    const LoadedModule& module_;
+    VOKFreeProwsFunction* freeRows_ = nullptr;
+    size_t checkCount_ = 0;
+    std::vector<ProviderFault> faults_;
+    std::map<std::pair<std::string, std::string>, size_t> faultPlaces_;
 };

@@ -40,19 +40,19 @@ RecordListDescriptor DescribeRecords(size_t recordSize, void* storage) {
 
 }  // namespace
 
-Library::Library() : module("QDXL7RC.DLL") {
-#define RESOLVE_EXPORT(name) name = module.Resolve<decltype(::name)>(#name);
+Library::Library() : module_("QDXL7RC.DLL") {
+#define RESOLVE_EXPORT(name) name = module_.Resolve<decltype(::name)>(#name);
     LIBRARY_EXPORTS(RESOLVE_EXPORT)
 #undef RESOLVE_EXPORT
 }
 
 Session::Session(const Library& openLibrary, std::string_view profile)
-    : library(openLibrary), handle(nullptr, Closer{&openLibrary}) {
+    : library_(openLibrary), handle_(nullptr, Closer{&openLibrary}) {
     const std::string name = InCodePage(profile, "the profile name");
-    handle.reset(
-        library.OpenAddressBook(nullptr, name.empty() ? nullptr : name.c_str(), 0, nullptr, 0, library.Module()));
-    if (!handle) {
-        const int32_t result = library.LastResult();
+    handle_.reset(
+        library_.OpenAddressBook(nullptr, name.empty() ? nullptr : name.c_str(), 0, nullptr, 0, library_.Module()));
+    if (!handle_) {
+        const int32_t result = library_.LastResult();
         throw CommandFailure("cannot open " + ProfileText(profile) + ": the library answered " + ResultText(result) +
                              "; " + AdviceForOpening(profile, result));
     }
@@ -69,10 +69,10 @@ std::vector<AddressBookRecord> Session::Containers(AddressBookEntry addressBook)
 std::vector<AddressBookRecord> Session::ReadAddressBooks(AddressBookEntry parent) {
     uint32_t count = 0;
     // 0 is also the answer when there are no address books.
-    if (!library.GetAddressBookList(handle.get(), 0, parent, &count, nullptr)) return {};
+    if (!library_.GetAddressBookList(handle_.get(), 0, parent, &count, nullptr)) return {};
     std::vector<AddressBookRecord> records(count);
     const RecordListDescriptor descriptor = DescribeRecords(sizeof(AddressBookRecord), records.data());
-    if (count > 0 && !library.GetAddressBookList(handle.get(), 0, parent, &count, &descriptor)) {
+    if (count > 0 && !library_.GetAddressBookList(handle_.get(), 0, parent, &count, &descriptor)) {
         ThrowUnanswered("the address books");
     }
     return records;
@@ -85,7 +85,7 @@ void Session::ForEachDestination(AddressBookEntry addressBook,
     constexpr uint32_t smallestWindow = 4096;
     constexpr uint32_t mostWindows = 16;
     uint32_t total = 0;
-    if (!library.GetDestinationList(handle.get(), 0, addressBook, &total, nullptr)) {
+    if (!library_.GetDestinationList(handle_.get(), 0, addressBook, &total, nullptr)) {
         ThrowUnanswered("the number of destinations");
     }
     const uint32_t windowSize = std::min(total, std::max(smallestWindow, total / mostWindows + 1));
@@ -98,7 +98,7 @@ void Session::ForEachDestination(AddressBookEntry addressBook,
         // What a record lacks, the library leaves as it finds it.
         std::ranges::fill(window, DestinationRecord());
         for (uint32_t i = begin; i < end; ++i) addresses[i] = &window[i - begin];
-        if (!library.GetDestinationList(handle.get(), 0, addressBook, &end, &descriptor) && end == total) {
+        if (!library_.GetDestinationList(handle_.get(), 0, addressBook, &end, &descriptor) && end == total) {
             ThrowUnanswered("the destinations");
         }
         for (uint32_t i = begin; i < end; ++i) {
@@ -110,11 +110,11 @@ void Session::ForEachDestination(AddressBookEntry addressBook,
 
 std::string Session::Details(DestinationEntry destination) {
     uint32_t size = 0;
-    if (!library.GetDestinationDetails(handle.get(), destination, &size, nullptr)) {
+    if (!library_.GetDestinationDetails(handle_.get(), destination, &size, nullptr)) {
         ThrowUnanswered("the length of the details");
     }
     std::string text(size, '\0');
-    if (!library.GetDestinationDetails(handle.get(), destination, &size, text.data())) ThrowUnanswered("the details");
+    if (!library_.GetDestinationDetails(handle_.get(), destination, &size, text.data())) ThrowUnanswered("the details");
     return text;
 }
 
@@ -123,7 +123,7 @@ GroupMembers Session::Members(DestinationEntry group) {
     constexpr uint32_t notStored = std::numeric_limits<uint32_t>::max();
     GroupMembers members;
     members.recipientCount = notStored;
-    if (!library.GetDestinationsInGroup(handle.get(), 0, group, &members.recipientCount, nullptr)) {
+    if (!library_.GetDestinationsInGroup(handle_.get(), 0, group, &members.recipientCount, nullptr)) {
         ThrowUnanswered("the number of members");
     }
     if (members.recipientCount == notStored) {
@@ -139,7 +139,7 @@ GroupMembers Session::Members(DestinationEntry group) {
     members.records.assign(capacity, blank);
     auto fill = [&] {
         const RecordListDescriptor descriptor = DescribeRecords(sizeof(GroupMemberRecord), members.records.data());
-        return library.GetDestinationsInGroup(handle.get(), 0, group, &capacity, &descriptor) != 0;
+        return library_.GetDestinationsInGroup(handle_.get(), 0, group, &capacity, &descriptor) != 0;
     };
     while (!fill()) {
         if (members.records.back().contentsStyle == unwritten) ThrowUnanswered("the members");

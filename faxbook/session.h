@@ -35,14 +35,14 @@ class Library {
     // The result code of the last open, profile creation or profile administration.
     int32_t LastResult() const { return GetLastVOKError(nullptr); }
 
-    HMODULE Module() const { return module.Handle(); }
+    HMODULE Module() const { return module_.Handle(); }
 
 #define DECLARE_EXPORT(name) decltype(&::name) name = nullptr;
     LIBRARY_EXPORTS(DECLARE_EXPORT)
 #undef DECLARE_EXPORT
 
   private:
-    LoadedModule module;
+    LoadedModule module_;
 };
 
 struct GroupMembers {
@@ -76,6 +76,6 @@ class Session {
 
     std::vector<AddressBookRecord> ReadAddressBooks(AddressBookEntry parent);
 
-    const Library& library;
-    std::unique_ptr<SessionHandle, Closer> handle;
+    const Library& library_;
+    std::unique_ptr<SessionHandle, Closer> handle_;
 };

@@ -30,31 +30,31 @@ bool Ends(const char (&text)[size]) {
 template <class Record>
 class RecordArray {
   public:
-    explicit RecordArray(std::uint32_t theCount) : count(theCount), records(std::make_unique<Record[]>(theCount)) {}
-    Record* begin() { return records.get(); }
-    Record* end() { return records.get() + count; }
-    RecordListDescriptor Describe() { return {sizeof(Record), {}, records.get()}; }
+    explicit RecordArray(std::uint32_t theCount) : count_(theCount), records_(std::make_unique<Record[]>(theCount)) {}
+    Record* begin() { return records_.get(); }
+    Record* end() { return records_.get() + count_; }
+    RecordListDescriptor Describe() { return {sizeof(Record), {}, records_.get()}; }
 
   private:
-    std::uint32_t count;
-    std::unique_ptr<Record[]> records;
+    std::uint32_t count_;
+    std::unique_ptr<Record[]> records_;
 };
 
 // One session and the handles that it has given out and that are still alive.
 class FuzzedSession {
   public:
-    explicit FuzzedSession(FuzzedInput& theInput) : input(theInput) {
-        session = library.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
+    explicit FuzzedSession(FuzzedInput& theInput) : input_(theInput) {
+        session_ = library_.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
     }
     ~FuzzedSession() {
-        inUse = session != nullptr;
-        Promise(library.CloseAddressBook(session) == 1, "a session closes");
-        inUse = false;
+        inUse_ = session_ != nullptr;
+        Promise(library_.CloseAddressBook(session_) == 1, "a session closes");
+        inUse_ = false;
     }
     FuzzedSession(const FuzzedSession&) = delete;
     FuzzedSession& operator=(const FuzzedSession&) = delete;
 
-    bool IsOpen() const { return session != nullptr; }
+    bool IsOpen() const { return session_ != nullptr; }
     void RunStep();
     // What a caller's code does in a message loop that the provider runs inside a call.
     void CallFromInside(std::uint32_t what);
@@ -74,29 +74,29 @@ class FuzzedSession {
 
     template <class Entry>
     Entry Choose(const std::vector<Entry>& entries) {
-        return entries.empty() ? nullptr : entries[input.TakeBelow(static_cast<std::uint32_t>(entries.size()))];
+        return entries.empty() ? nullptr : entries[input_.TakeBelow(static_cast<std::uint32_t>(entries.size()))];
     }
 
-    const LibraryUnderTest& library = Library();
-    FuzzedInput& input;
-    SessionHandle* session;
-    bool inUse = false;                   // while a call on this session is under way
-    std::vector<AddressBookEntry> books;  // with their containers
-    std::vector<DestinationEntry> destinations;
-    std::uint32_t destinationCount = 0;
+    const LibraryUnderTest& library_ = Library();
+    FuzzedInput& input_;
+    SessionHandle* session_;
+    bool inUse_ = false;                   // while a call on this session is under way
+    std::vector<AddressBookEntry> books_;  // with their containers
+    std::vector<DestinationEntry> destinations_;
+    std::uint32_t destinationCount_ = 0;
 };
 
 void FuzzedSession::ListBooks(AddressBookEntry parent) {
     std::uint32_t count = 0;
-    if (library.GetAddressBookList(session, 0, parent, &count, nullptr) != 1) {
+    if (library_.GetAddressBookList(session_, 0, parent, &count, nullptr) != 1) {
         Promise(count == 0, "a call that fails counts nothing");
         return;
     }
-    const std::uint32_t capacity = input.TakeBool() ? count : input.TakeBelow(count + 1);
+    const std::uint32_t capacity = input_.TakeBool() ? count : input_.TakeBelow(count + 1);
     RecordArray<AddressBookRecord> records(capacity);
     const RecordListDescriptor descriptor = records.Describe();
     std::uint32_t left = capacity;
-    const bool filled = library.GetAddressBookList(session, 0, parent, &left, &descriptor) == 1;
+    const bool filled = library_.GetAddressBookList(session_, 0, parent, &left, &descriptor) == 1;
     // Nothing is listed below what is no address book.
     Promise(filled == (capacity == count) && left == capacity, "what was counted fits exactly");
     for (const AddressBookRecord& record : records) {
@@ -104,40 +104,40 @@ void FuzzedSession::ListBooks(AddressBookEntry parent) {
         Promise(record.entry != nullptr, "a record has its entry");
         Promise(record.parent == nullptr || (record.parent >= records.begin() && record.parent < &record),
                 "a parent stands before its containers");
-        books.push_back(record.entry);
+        books_.push_back(record.entry);
     }
 }
 
 void FuzzedSession::ListBooks() {
-    books.clear();
+    books_.clear();
     ListBooks(nullptr);
 }
 
 void FuzzedSession::ListContainers() {
-    if (const AddressBookEntry parent = Choose(books)) ListBooks(parent);
+    if (const AddressBookEntry parent = Choose(books_)) ListBooks(parent);
 }
 
 void FuzzedSession::CountDestinations() {
-    const AddressBookEntry book = Choose(books);
+    const AddressBookEntry book = Choose(books_);
     if (book == nullptr) return;
-    destinations.clear();
-    destinationCount = 0;
-    const int32_t result = library.GetDestinationList(session, 0, book, &destinationCount, nullptr);
-    Promise(result == 1 || destinationCount == 0, "a call that fails counts nothing");
+    destinations_.clear();
+    destinationCount_ = 0;
+    const int32_t result = library_.GetDestinationList(session_, 0, book, &destinationCount_, nullptr);
+    Promise(result == 1 || destinationCount_ == 0, "a call that fails counts nothing");
 }
 
 void FuzzedSession::FillDestinations() {
-    const AddressBookEntry book = Choose(books);
-    if (book == nullptr || destinationCount == 0) return;
-    const std::uint32_t capacity = input.TakeBool() ? destinationCount : input.TakeBelow(destinationCount + 1);
+    const AddressBookEntry book = Choose(books_);
+    if (book == nullptr || destinationCount_ == 0) return;
+    const std::uint32_t capacity = input_.TakeBool() ? destinationCount_ : input_.TakeBelow(destinationCount_ + 1);
     RecordArray<DestinationRecord> records(capacity);
     std::vector<DestinationRecord*> addresses;
     for (DestinationRecord& record : records) addresses.push_back(&record);
     const RecordListDescriptor descriptor{0, {}, addresses.data()};
     std::uint32_t left = capacity;
-    const bool filled = library.GetDestinationList(session, 0, book, &left, &descriptor) == 1;
-    Promise(filled == (capacity == destinationCount) && left == capacity, "what was counted fits exactly");
-    destinations.clear();
+    const bool filled = library_.GetDestinationList(session_, 0, book, &left, &descriptor) == 1;
+    Promise(filled == (capacity == destinationCount_) && left == capacity, "what was counted fits exactly");
+    destinations_.clear();
     for (const DestinationRecord& record : records) {
         Promise(record.type == DESTINATION_PERSON || record.type == DESTINATION_GROUP, "a record has a type");
         Promise(record.entry != nullptr, "a record has its entry");
@@ -145,29 +145,29 @@ void FuzzedSession::FillDestinations() {
                     Ends(record.faxNote) && Ends(record.comment) && Ends(record.faxAttr1) && Ends(record.faxAttr2) &&
                     Ends(record.faxAttr3) && Ends(record.extraText) && Ends(record.extraShortText),
                 "texts end");
-        destinations.push_back(record.entry);
+        destinations_.push_back(record.entry);
     }
 }
 
 void FuzzedSession::ShowDetails() {
-    const DestinationEntry destination = Choose(destinations);
+    const DestinationEntry destination = Choose(destinations_);
     if (destination == nullptr) return;
     std::uint32_t size = 0;
-    if (library.GetDestinationDetails(session, destination, &size, nullptr) != 1) return;
+    if (library_.GetDestinationDetails(session_, destination, &size, nullptr) != 1) return;
     const auto text = std::make_unique<char[]>(size + 1);
-    const int32_t result = library.GetDestinationDetails(session, destination, &size, text.get());
+    const int32_t result = library_.GetDestinationDetails(session_, destination, &size, text.get());
     Promise(result == 1 && std::strlen(text.get()) == size, "a text is as long as was said");
 }
 
 void FuzzedSession::ExpandGroup() {
-    const DestinationEntry destination = Choose(destinations);
+    const DestinationEntry destination = Choose(destinations_);
     if (destination == nullptr) return;
     std::uint32_t count = 0;
-    library.GetDestinationsInGroup(session, 0, destination, &count, nullptr);
-    const std::uint32_t capacity = count + input.TakeBelow(4);
+    library_.GetDestinationsInGroup(session_, 0, destination, &count, nullptr);
+    const std::uint32_t capacity = count + input_.TakeBelow(4);
     RecordArray<GroupMemberRecord> records(capacity);
     const RecordListDescriptor descriptor = records.Describe();
-    library.GetDestinationsInGroup(session, input.TakeBelow(16) == 1, destination, &count, &descriptor);
+    library_.GetDestinationsInGroup(session_, input_.TakeBelow(16) == 1, destination, &count, &descriptor);
     for (const GroupMemberRecord& record : records)
         Promise(Ends(record.name) && Ends(record.company) && Ends(record.department) && Ends(record.businessFax) &&
                     Ends(record.homeFax) && Ends(record.extendedFax) && Ends(record.businessFaxAttr1) &&
@@ -178,15 +178,15 @@ void FuzzedSession::ExpandGroup() {
 // Entries of one family where one of the other belongs: refused or without any result.
 void FuzzedSession::SwapFamilies() {
     std::uint32_t count = 0;
-    if (const AddressBookEntry book = Choose(books)) {
+    if (const AddressBookEntry book = Choose(books_)) {
         const auto wrong = reinterpret_cast<DestinationEntry>(book);
-        Promise(library.GetDestinationDetails(session, wrong, &count, nullptr) == 0, "a book has no details");
-        library.GetDestinationsInGroup(session, 0, wrong, &count, nullptr);
+        Promise(library_.GetDestinationDetails(session_, wrong, &count, nullptr) == 0, "a book has no details");
+        library_.GetDestinationsInGroup(session_, 0, wrong, &count, nullptr);
     }
-    if (const DestinationEntry destination = Choose(destinations)) {
+    if (const DestinationEntry destination = Choose(destinations_)) {
         const auto wrong = reinterpret_cast<AddressBookEntry>(destination);
-        Promise(library.GetDestinationList(session, 0, wrong, &count, nullptr) == 0, "a destination is no book");
-        library.GetAddressBookList(session, 0, wrong, &count, nullptr);
+        Promise(library_.GetDestinationList(session_, 0, wrong, &count, nullptr) == 0, "a destination is no book");
+        library_.GetAddressBookList(session_, 0, wrong, &count, nullptr);
     }
     Promise(count == 0, "a wrong entry counts nothing");
 }
@@ -211,34 +211,34 @@ void FuzzedSession::Read(std::uint32_t what) {
 }
 
 void FuzzedSession::RunStep() {
-    const std::uint32_t what = input.TakeBelow(8);
+    const std::uint32_t what = input_.TakeBelow(8);
     if (what == 7) {
         const ServiceRecord services[] = {{"VCARD", 3, {}}, {"SECOND", 0, {}}};
-        library.CreateProfile(0, 0, "profile", input.TakeBelow(3), services, nullptr);
+        library_.CreateProfile(0, 0, "profile", input_.TakeBelow(3), services, nullptr);
         return;
     }
-    inUse = true;
+    inUse_ = true;
     Read(what);
-    inUse = false;
+    inUse_ = false;
 }
 
 void FuzzedSession::CallFromInside(std::uint32_t what) {
     std::uint32_t count = 0;
     switch (what) {
         case 0:
-            if (!inUse) return;
-            Promise(library.GetAddressBookList(session, 0, nullptr, &count, nullptr) == 0, "a session is in use");
+            if (!inUse_) return;
+            Promise(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr) == 0, "a session is in use");
             return;
         case 1:
-            if (inUse) library.CloseAddressBook(session);
+            if (inUse_) library_.CloseAddressBook(session_);
             return;
         case 2:
-            library.CreateProfile(0, 0, "profile", 0, nullptr, nullptr);
+            library_.CreateProfile(0, 0, "profile", 0, nullptr, nullptr);
             return;
         case 3: {
-            SessionHandle* const other = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
-            library.GetAddressBookList(other, 0, nullptr, &count, nullptr);
-            library.CloseAddressBook(other);
+            SessionHandle* const other = library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
+            library_.GetAddressBookList(other, 0, nullptr, &count, nullptr);
+            library_.CloseAddressBook(other);
             return;
         }
     }

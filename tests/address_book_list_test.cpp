@@ -19,13 +19,13 @@ class AddressBookListTest : public LibraryTest {
         AddContainer("a", "a2", "A2");
     }
     int32_t Count(uint32_t& count, AddressBookEntry parent = nullptr, uint32_t reserved = 0) {
-        return library.GetAddressBookList(session, reserved, parent, &count, nullptr);
+        return library_.GetAddressBookList(session_, reserved, parent, &count, nullptr);
     }
     int32_t Fill(void* storage, uint32_t capacity, AddressBookEntry parent = nullptr, uint32_t reserved = 0,
                  int16_t recordSize = sizeof(AddressBookRecord)) {
         const RecordListDescriptor descriptor{recordSize, {}, storage};
         uint32_t count = capacity;
-        const int32_t result = library.GetAddressBookList(session, reserved, parent, &count, &descriptor);
+        const int32_t result = library_.GetAddressBookList(session_, reserved, parent, &count, &descriptor);
         EXPECT_EQ(count, capacity);
         return result;
     }
@@ -33,7 +33,7 @@ class AddressBookListTest : public LibraryTest {
 
 TEST_F(AddressBookListTest, CountsAndFillsTheTopLevel) {
     MakeThreeBooks();
-    session = Open();
+    session_ = Open();
     uint32_t count = 5;
     EXPECT_EQ(Count(count), 1);
     EXPECT_EQ(count, 8u);
@@ -54,12 +54,12 @@ TEST_F(AddressBookListTest, CountsAndFillsTheTopLevel) {
 
 TEST_F(AddressBookListTest, ReadsHierarchyTablesAsAgreed) {
     MakeThreeBooks();
-    session = Open();
-    script.Forget();
+    session_ = Open();
+    script_.Forget();
     uint32_t count = 0;
     EXPECT_EQ(Count(count), 1);
     std::string text;
-    for (const std::string& call : script.calls) text += call + '\n';
+    for (const std::string& call : script_.calls) text += call + '\n';
     EXPECT_EQ(text,
               "addressBook.OpenEntry(null, null, 0)\n"
               "root.GetHierarchyTable(0)\n"
@@ -74,14 +74,14 @@ TEST_F(AddressBookListTest, ReadsHierarchyTablesAsAgreed) {
 
 TEST_F(AddressBookListTest, DescendsDepthFirst) {
     MakeThreeBooks();
-    session = Open();
-    const AddressBookEntry two = ListBooks(session)[1].entry;
-    script.Forget();
+    session_ = Open();
+    const AddressBookEntry two = ListBooks(session_)[1].entry;
+    script_.Forget();
     uint32_t count = 10;
     EXPECT_EQ(Count(count, two), 1);
     EXPECT_EQ(count, 14u);
     // A's subtree is read while the row set with A and B is still held.
-    EXPECT_EQ(script.CallsOf({"OpenEntry", "VOKFreeProws"}),
+    EXPECT_EQ(script_.CallsOf({"OpenEntry", "VOKFreeProws"}),
               "addressBook.OpenEntry(two, null, 0)\n"
               "addressBook.OpenEntry(a, null, 0)\n"
               "addressBook.OpenEntry(a1, null, 0)\n"
@@ -89,7 +89,7 @@ TEST_F(AddressBookListTest, DescendsDepthFirst) {
               "VOKFreeProws()\n"
               "addressBook.OpenEntry(b, null, 0)\n"
               "VOKFreeProws()\n");
-    script.Forget();
+    script_.Forget();
 
     std::vector<AddressBookRecord> records(5, Untouched<AddressBookRecord>());
     EXPECT_EQ(Fill(records.data(), 5, two), 1);
@@ -103,18 +103,18 @@ TEST_F(AddressBookListTest, DescendsDepthFirst) {
     EXPECT_TRUE(SameBytes(records[1], ExpectedContainer(records[1], "A1", &records[0])));
     EXPECT_TRUE(SameBytes(records[2], Untouched<AddressBookRecord>()));
     EXPECT_EQ(Fill(nullptr, 4, two), 0);
-    EXPECT_EQ(script.callCount, 0u) << "the subtree was read again";
+    EXPECT_EQ(script_.callCount, 0u) << "the subtree was read again";
 
-    const AddressBookEntry twoAgain = ListBooks(session)[1].entry;
-    script.Forget();
-    EXPECT_EQ(ListBooks(session, twoAgain).size(), 4u);
-    EXPECT_EQ(script.CountOf("GetHierarchyTable"), 5u);
+    const AddressBookEntry twoAgain = ListBooks(session_)[1].entry;
+    script_.Forget();
+    EXPECT_EQ(ListBooks(session_, twoAgain).size(), 4u);
+    EXPECT_EQ(script_.CountOf("GetHierarchyTable"), 5u);
 }
 
 TEST_F(AddressBookListTest, WritesRecordsAtAnyDistance) {
     MakeThreeBooks();
-    session = Open();
-    ListBooks(session);
+    session_ = Open();
+    ListBooks(session_);
     struct {
         int16_t recordSize;
         size_t begin;
@@ -138,16 +138,16 @@ TEST_F(AddressBookListTest, WritesRecordsAtAnyDistance) {
 TEST_F(AddressBookListTest, CutsNamesAfter259Bytes) {
     AddContainer("", "b", std::string(300, 'n'), {Text(PR_SERVICE_NAME, std::string(259, 's') + "t")});
     AddContainer("b", "c", std::string(259, 'c') + '\xE9');
-    session = Open();
-    const auto books = ListBooks(session);
+    session_ = Open();
+    const auto books = ListBooks(session_);
     EXPECT_TRUE(SameBytes(books[0], ExpectedBook(books[0], std::string(259, 'n'), std::string(259, 's'), 0)));
-    const auto containers = ListBooks(session, books[0].entry);
+    const auto containers = ListBooks(session_, books[0].entry);
     EXPECT_TRUE(SameBytes(containers[0], ExpectedContainer(containers[0], std::string(259, 'c'), nullptr)));
 }
 
 TEST_F(AddressBookListTest, WithoutATreeThereIsNothingToFill) {
-    script.entries.try_emplace("");
-    session = Open();
+    script_.entries.try_emplace("");
+    session_ = Open();
     auto record = Untouched<AddressBookRecord>();
     uint32_t count = 3;
     EXPECT_EQ(Fill(&record, 1), 1);
@@ -170,31 +170,31 @@ TEST_F(AddressBookListTest, FindsTheAddressBookByItsIdentifier) {
     AddContainer("", std::string("sa\0me", 5), "Zero inside");
     AddContainer("", "", "Empty");
     AddContainer("", "closed", "Closed");
-    script.entries[""].hierarchy.rows.push_back({Text(PR_DISPLAY_NAME, "None"), Missing(PR_ENTRYID)});
-    script.entries.erase("closed");
+    script_.entries[""].hierarchy.rows.push_back({Text(PR_DISPLAY_NAME, "None"), Missing(PR_ENTRYID)});
+    script_.entries.erase("closed");
     AddContainer("same", "c", "Inner");
     AddContainer(std::string("sa\0me", 5), "z", "Zero's");
     AddContainer("c", "d", "Innermost");
-    session = Open();
-    const auto books = ListBooks(session);
+    session_ = Open();
+    const auto books = ListBooks(session_);
     ASSERT_EQ(books.size(), 6u);
 
-    script.Forget();
-    const auto inner = ListBooks(session, books[1].entry);
+    script_.Forget();
+    const auto inner = ListBooks(session_, books[1].entry);
     ASSERT_EQ(inner.size(), 2u);
     EXPECT_STREQ(inner[0].name, "Inner");
-    EXPECT_EQ(ListBooks(session, books[0].entry)[0].entry, inner[0].entry);
-    EXPECT_STREQ(ListBooks(session, books[2].entry)[0].name, "Zero's");
-    EXPECT_EQ(script.CountOf("GetHierarchyTable"), 5u);
-    script.Forget();
+    EXPECT_EQ(ListBooks(session_, books[0].entry)[0].entry, inner[0].entry);
+    EXPECT_STREQ(ListBooks(session_, books[2].entry)[0].name, "Zero's");
+    EXPECT_EQ(script_.CountOf("GetHierarchyTable"), 5u);
+    script_.Forget();
     // No containers: an empty identifier opens nothing, a missing one finds nothing, a container is no address book.
     for (const AddressBookEntry parent : {books[3].entry, books[5].entry, inner[0].entry})
-        EXPECT_TRUE(ListBooks(session, parent).empty());
-    EXPECT_EQ(script.callCount, 0u);
+        EXPECT_TRUE(ListBooks(session_, parent).empty());
+    EXPECT_EQ(script_.callCount, 0u);
     // One that cannot be opened is not tried again.
-    EXPECT_TRUE(ListBooks(session, books[4].entry).empty());
-    EXPECT_TRUE(ListBooks(session, books[4].entry).empty());
-    EXPECT_EQ(script.callCount, 1u);
+    EXPECT_TRUE(ListBooks(session_, books[4].entry).empty());
+    EXPECT_TRUE(ListBooks(session_, books[4].entry).empty());
+    EXPECT_EQ(script_.callCount, 1u);
     uint32_t count = 0;
     EXPECT_EQ(Count(count, books[0].entry, 1), 1);
     EXPECT_EQ(count, 0u);
@@ -210,17 +210,17 @@ TEST_F(AddressBookListTest, ReadsLargeTablesInEqualBatches) {
         {25000, "QueryRows(10000, 0)\nQueryRows(10000, 0)\nQueryRows(10000, 0)\n"},
     };
     for (const auto& [rows, calls] : cases) {
-        script.entries.clear();
-        script.entries[""].hierarchy.rows.assign(rows, ContainerRow("b", "Book"));
-        session = Open();
-        script.Forget();
+        script_.entries.clear();
+        script_.entries[""].hierarchy.rows.assign(rows, ContainerRow("b", "Book"));
+        session_ = Open();
+        script_.Forget();
         uint32_t count = 0;
         EXPECT_EQ(Count(count), 1);
         EXPECT_EQ(count, rows);
-        std::string seen = script.CallsOf({"QueryRows"});
+        std::string seen = script_.CallsOf({"QueryRows"});
         for (size_t at; (at = seen.find("root.hierarchy.")) != std::string::npos;) seen.erase(at, 15);
         EXPECT_EQ(seen, calls);
-        Close(session);
+        Close(session_);
     }
 }
 
@@ -232,8 +232,8 @@ TEST_F(AddressBookListTest, EndsWhereAHierarchyRefersBack) {
     AddContainer("c", "c", "C again");
     AddContainer("b", "d", "D");
     AddContainer("d", "c", "C elsewhere");
-    session = Open();
-    const auto containers = ListBooks(session, ListBooks(session)[0].entry);
+    session_ = Open();
+    const auto containers = ListBooks(session_, ListBooks(session_)[0].entry);
     std::string names;
     for (const AddressBookRecord& record : containers) names += std::string(record.name) + ';';
     EXPECT_EQ(names, "C;Book again;C again;D;C elsewhere;Book again;C again;");

@@ -8,14 +8,14 @@ namespace {
 class AllocationFailureTest : public LibraryTest {};
 
 TEST_F(AllocationFailureTest, AnyAllocationMayFail) {
-    script.keepsCalls = false;
+    script_.keepsCalls = false;
     MakeScenario();
     for (const bool lasting : {false, true}) {
         unsigned failedSteps = 0;
         for (unsigned n = 1;; ++n) {
             bool failed = false;
             FailAllocation(n, lasting);
-            const std::string seen = RunScenario(library, [&](const Step& step) {
+            const std::string seen = RunScenario(library_, [&](const Step& step) {
                 const std::optional<std::string> first = step();
                 if (!HasAllocationFailed()) return first;
                 failed = true;
@@ -26,7 +26,7 @@ TEST_F(AllocationFailureTest, AnyAllocationMayFail) {
             });
             FailAllocation(0, false);
             ASSERT_EQ(seen, undisturbedScenario) << "after allocation " << n << (lasting ? " and all later" : "");
-            ASSERT_EQ(script.Imbalance(), "") << "after allocation " << n;
+            ASSERT_EQ(script_.Imbalance(), "") << "after allocation " << n;
             if (!failed) break;
         }
         EXPECT_GT(failedSteps, 20u);

@@ -8,7 +8,7 @@ class DestinationListTest : public LibraryTest {
     int32_t Fill(std::vector<DestinationRecord*> addresses, uint32_t capacity) {
         const RecordListDescriptor descriptor{-1, {}, addresses.empty() ? nullptr : addresses.data()};
         uint32_t count = capacity;
-        const int32_t result = library.GetDestinationList(session, 0xFFFFFFFF, Book(), &count, &descriptor);
+        const int32_t result = library_.GetDestinationList(session_, 0xFFFFFFFF, Book(), &count, &descriptor);
         EXPECT_EQ(count, capacity);
         return result;
     }
@@ -16,7 +16,7 @@ class DestinationListTest : public LibraryTest {
         auto record = Untouched<AddressBookRecord>();
         uint32_t one = 1;
         const RecordListDescriptor descriptor{sizeof record, {}, &record};
-        library.GetAddressBookList(session, 0, nullptr, &one, &descriptor);
+        library_.GetAddressBookList(session_, 0, nullptr, &one, &descriptor);
         return record.entry;
     }
 };
@@ -93,9 +93,9 @@ TEST_F(DestinationListTest, GivesOneRecordForEachNumberOfAPerson) {
 TEST_F(DestinationListTest, CountsByAddingAndFillsByCapacity) {
     DestinationsOf({PersonRow("p", "Ada", FullPerson()), GroupRow("g", "Group")});
     uint32_t count = 2;
-    EXPECT_EQ(library.GetDestinationList(session, 1, Book(), &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationList(session_, 1, Book(), &count, nullptr), 1);
     EXPECT_EQ(count, 7u);
-    script.Forget();
+    script_.Forget();
 
     std::vector<DestinationRecord> records(6, Untouched<DestinationRecord>());
     std::vector<DestinationRecord*> addresses{&records[5], &records[0], &records[3], &records[1], &records[4]};
@@ -117,16 +117,16 @@ TEST_F(DestinationListTest, CountsByAddingAndFillsByCapacity) {
     addresses = {&records[0]};
     EXPECT_EQ(Fill({}, 5), 0);
     EXPECT_EQ(Fill(addresses, 0), 0);
-    EXPECT_EQ(script.callCount, 0u) << "a fill asked the provider";
+    EXPECT_EQ(script_.callCount, 0u) << "a fill asked the provider";
 }
 
 TEST_F(DestinationListTest, FillsNothingWithoutAList) {
     AddContainer("", "b", "Book");
-    session = Open();
-    ListBooks(session);
+    session_ = Open();
+    ListBooks(session_);
     auto record = Untouched<DestinationRecord>();
     EXPECT_EQ(Fill({&record}, 1), 1);
-    EXPECT_TRUE(ListDestinations(session, Book()).empty());
+    EXPECT_TRUE(ListDestinations(session_, Book()).empty());
     EXPECT_EQ(Fill({&record}, 1), 1);
     EXPECT_EQ(Fill({}, 0), 1);
     EXPECT_TRUE(SameBytes(record, Untouched<DestinationRecord>()));
@@ -135,7 +135,7 @@ TEST_F(DestinationListTest, FillsNothingWithoutAList) {
 TEST_F(DestinationListTest, ReadsContentsTablesAsAgreed) {
     DestinationsOf({PersonRow("p", "Ada", FullPerson()), GroupRow("g", "Group")}, 3);
     std::string text;
-    for (const std::string& call : script.calls) text += call + '\n';
+    for (const std::string& call : script_.calls) text += call + '\n';
     text.erase(0, text.find("addressBook.OpenEntry(b, null, 0)"));
     EXPECT_EQ(text,
               "addressBook.OpenEntry(b, null, 0)\n"
@@ -153,11 +153,11 @@ TEST_F(DestinationListTest, ReadsContentsTablesAsAgreed) {
 
 // What the table cannot deliver is read from the entry, and then wins over what the table had.
 TEST_F(DestinationListTest, ReadsMissingPropertiesFromTheEntry) {
-    script.entries["p"] = {
+    script_.entries["p"] = {
         .type = MAPI_MAILUSER,
         .properties = {Text(PR_COMPANY_NAME, "C"), Text(PR_BODY, "Body"), Text(PR_VOK_EXTRA_SHORT_TEXT, "S")}};
-    script.entries["q"] = script.entries["p"];
-    script.entries["q"].properties.values.push_back(Text(PR_COMMENT, "Comment"));
+    script_.entries["q"] = script_.entries["p"];
+    script_.entries["q"].properties.values.push_back(Text(PR_COMMENT, "Comment"));
     struct {
         const char* id;
         std::vector<Value> table;
@@ -207,7 +207,7 @@ TEST_F(DestinationListTest, ReadsMissingPropertiesFromTheEntry) {
     for (const auto& each : cases) {
         std::vector<Value> values = each.table;
         values.push_back(Text(PR_PRIMARY_FAX_NUMBER, "1"));
-        script.Forget();
+        script_.Forget();
         const auto records = DestinationsOf({PersonRow(each.id, "Ada", values)});
         ASSERT_EQ(records.size(), 1u);
         DestinationRecord expected = ExpectedPerson(records[0].entry, "Ada", "1");
@@ -219,16 +219,16 @@ TEST_F(DestinationListTest, ReadsMissingPropertiesFromTheEntry) {
         EXPECT_TRUE(SameBytes(records[0], expected)) << "case " << &each - cases;
         const std::string wanted =
             each.id + std::string(".GetProps([3A16001E 3A18001E 3004001E 1000001E 5809001E 580A001E], 0)\n");
-        EXPECT_EQ(script.CallsOf({"GetProps"}), std::string(each.company) == "C" ? wanted : "");
-        EXPECT_EQ(script.CountOf("OpenEntry"), 2u + (std::string(each.company) == "C" || *each.id == 'u'));
+        EXPECT_EQ(script_.CallsOf({"GetProps"}), std::string(each.company) == "C" ? wanted : "");
+        EXPECT_EQ(script_.CountOf("OpenEntry"), 2u + (std::string(each.company) == "C" || *each.id == 'u'));
     }
 }
 
 // The array goes back before its entry, and both before the next row is looked at.
 TEST_F(DestinationListTest, GivesBackWhatItReadFromTheEntry) {
-    script.entries["p"] = {.type = MAPI_MAILUSER};
+    script_.entries["p"] = {.type = MAPI_MAILUSER};
     DestinationsOf({PersonRow("p", "Ada", {Missing(PR_COMMENT)}), PersonRow("q", "Eve", {Missing(PR_COMMENT)})});
-    const std::string calls = script.CallsOf({"OpenEntry", "FreeProperties", "Release"});
+    const std::string calls = script_.CallsOf({"OpenEntry", "FreeProperties", "Release"});
     EXPECT_NE(calls.find("addressBook.OpenEntry(p, null, 0)\n"
                          "support.FreeProperties()\n"
                          "p.Release()\n"
@@ -238,60 +238,60 @@ TEST_F(DestinationListTest, GivesBackWhatItReadFromTheEntry) {
 }
 
 TEST_F(DestinationListTest, ReadsLargeTablesInEqualBatches) {
-    script.keepsCalls = false;
+    script_.keepsCalls = false;
     std::vector<Row> rows(24999, PersonRow("p", "Ada"));
     rows.push_back(PersonRow("p", "Ida", {Text(PR_PRIMARY_FAX_NUMBER, "1")}));
     const auto records = DestinationsOf(std::move(rows));
     ASSERT_EQ(records.size(), 25000u);
     EXPECT_TRUE(SameBytes(records[24999], ExpectedPerson(records[24999].entry, "Ida", "1")));
     EXPECT_TRUE(SameBytes(records[10000], ExpectedNameOnly(records[10000].entry, "Ada")));
-    EXPECT_EQ(script.CountOf("QueryRows"), 4u);  // one of them for the address books
+    EXPECT_EQ(script_.CountOf("QueryRows"), 4u);  // one of them for the address books
 }
 
 TEST_F(DestinationListTest, ListsAnyContainerAndForgetsTheListBefore) {
     AddContainer("", "b", "Book");
     AddContainer("b", "c", "Container");
-    script.entries["c"].contents.rows = {PersonRow("p", "Ada"), PersonRow("q", "Eve")};
-    script.entries["b"].contents.rows = {PersonRow("r", "Ida")};
-    session = Open();
-    const AddressBookEntry book = ListBooks(session)[0].entry;
-    const AddressBookEntry container = ListBooks(session, book)[0].entry;
-    EXPECT_EQ(ListDestinations(session, container).size(), 2u);
-    EXPECT_STREQ(ListDestinations(session, book)[0].name, "Ida");
+    script_.entries["c"].contents.rows = {PersonRow("p", "Ada"), PersonRow("q", "Eve")};
+    script_.entries["b"].contents.rows = {PersonRow("r", "Ida")};
+    session_ = Open();
+    const AddressBookEntry book = ListBooks(session_)[0].entry;
+    const AddressBookEntry container = ListBooks(session_, book)[0].entry;
+    EXPECT_EQ(ListDestinations(session_, container).size(), 2u);
+    EXPECT_STREQ(ListDestinations(session_, book)[0].name, "Ida");
     // One that cannot be opened has no destinations.
-    script.entries.erase("c");
-    EXPECT_TRUE(ListDestinations(session, container).empty());
+    script_.entries.erase("c");
+    EXPECT_TRUE(ListDestinations(session_, container).empty());
     // Each session has its own.
     SessionHandle* const other = Open();
-    EXPECT_EQ(ListDestinations(session, book).size(), 1u);
+    EXPECT_EQ(ListDestinations(session_, book).size(), 1u);
     EXPECT_EQ(ListDestinations(other, ListBooks(other)[0].entry).size(), 1u);
     EXPECT_EQ(Fill({}, 0), 0);
 }
 
 // A handle of the other family is recognised.
 TEST_F(DestinationListTest, HandlesOfTheWrongFamilyDoNoHarm) {
-    script.entries["g"] = {.type = MAPI_DISTLIST, .members = {"p"}};
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .members = {"p"}};
     const auto records = DestinationsOf({PersonRow("p", "Ada", FullPerson()), GroupRow("g", "Group")});
     AddContainer("b", "c", "Container");
-    const AddressBookEntry book = ListBooks(session)[0].entry;
-    const AddressBookEntry container = ListBooks(session, book)[0].entry;
-    script.Forget();
+    const AddressBookEntry book = ListBooks(session_)[0].entry;
+    const AddressBookEntry container = ListBooks(session_, book)[0].entry;
+    script_.Forget();
     for (const DestinationEntry destination : {records[0].entry, records[4].entry}) {
         const auto wrong = reinterpret_cast<AddressBookEntry>(destination);
         uint32_t count = 5;
-        EXPECT_EQ(library.GetDestinationList(session, 0, wrong, &count, nullptr), 0);
-        EXPECT_EQ(library.GetAddressBookList(session, 0, wrong, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationList(session_, 0, wrong, &count, nullptr), 0);
+        EXPECT_EQ(library_.GetAddressBookList(session_, 0, wrong, &count, nullptr), 1);
         EXPECT_EQ(count, 5u);
     }
     for (const AddressBookEntry address : {book, container}) {
         const auto wrong = reinterpret_cast<DestinationEntry>(address);
         uint32_t count = 5;
-        EXPECT_EQ(library.GetDestinationDetails(session, wrong, &count, nullptr), 0);
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, wrong, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationDetails(session_, wrong, &count, nullptr), 0);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, wrong, &count, nullptr), 1);
         EXPECT_EQ(count, 5u);
     }
-    EXPECT_EQ(script.callCount, 0u);
-    EXPECT_EQ(Details(session, records[4].entry), "") << "the destinations did not outlive the attempts";
+    EXPECT_EQ(script_.callCount, 0u);
+    EXPECT_EQ(Details(session_, records[4].entry), "") << "the destinations did not outlive the attempts";
 }
 
 }  // namespace

@@ -32,10 +32,10 @@ TEST_F(DetailsTextTest, ShowsAPersonLineByLine) {
     for (const auto& each : cases) {
         const auto records = DestinationsOf({PersonRow("p", "Ada", each.values)}, each.style);
         ASSERT_FALSE(records.empty());
-        EXPECT_EQ(Details(session, records[0].entry), each.text);
-        EXPECT_EQ(Details(session, records[0].entry), each.text);
+        EXPECT_EQ(Details(session_, records[0].entry), each.text);
+        EXPECT_EQ(Details(session_, records[0].entry), each.text);
     }
-    EXPECT_EQ(Details(session, DestinationsOf({PersonRow("p", "")})[0].entry), "No Fax Number");
+    EXPECT_EQ(Details(session_, DestinationsOf({PersonRow("p", "")})[0].entry), "No Fax Number");
 }
 
 TEST_F(DetailsTextTest, CopiesOnlyWhatFits) {
@@ -47,7 +47,7 @@ TEST_F(DetailsTextTest, CopiesOnlyWhatFits) {
         std::string expected = buffer;
         if (size >= length) expected.replace(0, length + 1, text.c_str(), length + 1);
         uint32_t given = size;
-        EXPECT_EQ(library.GetDestinationDetails(session, entry, &given, buffer.data()), size >= length ? 1 : 0);
+        EXPECT_EQ(library_.GetDestinationDetails(session_, entry, &given, buffer.data()), size >= length ? 1 : 0);
         EXPECT_EQ(given, size);
         EXPECT_EQ(buffer, expected);
     }
@@ -57,31 +57,31 @@ TEST_F(DetailsTextTest, CopiesOnlyWhatFits) {
 TEST_F(DetailsTextTest, LabelsAreThoseOfTheSession) {
     AddContainer("", "b", "Book");
     AddContainer("", "c", "Other");
-    script.entries["b"].contents.rows = {PersonRow("p", "Ada", {Text(PR_HOME_FAX_NUMBER, "2")})};
-    session = Open();
-    const auto books = ListBooks(session);
-    const DestinationEntry ada = ListDestinations(session, books[0].entry)[0].entry;
-    EXPECT_EQ(Details(session, ada), "Ada\r\n2 [Home]");
+    script_.entries["b"].contents.rows = {PersonRow("p", "Ada", {Text(PR_HOME_FAX_NUMBER, "2")})};
+    session_ = Open();
+    const auto books = ListBooks(session_);
+    const DestinationEntry ada = ListDestinations(session_, books[0].entry)[0].entry;
+    EXPECT_EQ(Details(session_, ada), "Ada\r\n2 [Home]");
     SessionHandle* const other = Open();
-    script.entries["c"].contentsResult = 1;
+    script_.entries["c"].contentsResult = 1;
     ListDestinations(other, ListBooks(other)[1].entry);
-    EXPECT_EQ(Details(session, ada), "Ada\r\n2 [Home]");
+    EXPECT_EQ(Details(session_, ada), "Ada\r\n2 [Home]");
 }
 
 TEST_F(DetailsTextTest, ShowsTheMembersOfAGroupPersonsFirst) {
-    script.entries["g"] = {.type = MAPI_DISTLIST};
-    script.entries["g"].contents.rows = {GroupRow("x", "X"),
-                                         PersonRow("a", "A"),
-                                         ContainerRow("c", "C"),
-                                         PersonRow("n", ""),
-                                         Row{Missing(PR_DISPLAY_NAME), Number(PR_OBJECT_TYPE, MAPI_MAILUSER)},
-                                         PersonRow("b", "B"),
-                                         GroupRow("y", "Y")};
+    script_.entries["g"] = {.type = MAPI_DISTLIST};
+    script_.entries["g"].contents.rows = {GroupRow("x", "X"),
+                                          PersonRow("a", "A"),
+                                          ContainerRow("c", "C"),
+                                          PersonRow("n", ""),
+                                          Row{Missing(PR_DISPLAY_NAME), Number(PR_OBJECT_TYPE, MAPI_MAILUSER)},
+                                          PersonRow("b", "B"),
+                                          GroupRow("y", "Y")};
     const auto records =
         DestinationsOf({GroupRow("g", "Group", {Text(PR_COMMENT, "not shown")}), GroupRow("u", "Unknown")});
-    script.Forget();
-    EXPECT_EQ(Details(session, records[0].entry), "A\r\nB\r\nX\r\nY");
-    EXPECT_EQ(script.CallsOf({"OpenEntry", "GetContentsTable", "SeekRow", "GetRowCount", "QueryRows", "Release"}),
+    script_.Forget();
+    EXPECT_EQ(Details(session_, records[0].entry), "A\r\nB\r\nX\r\nY");
+    EXPECT_EQ(script_.CallsOf({"OpenEntry", "GetContentsTable", "SeekRow", "GetRowCount", "QueryRows", "Release"}),
               "addressBook.OpenEntry(g, null, 0)\n"
               "g.GetContentsTable(0)\n"
               "g.contents.SeekRow(0, 0, null)\n"
@@ -89,24 +89,24 @@ TEST_F(DetailsTextTest, ShowsTheMembersOfAGroupPersonsFirst) {
               "g.contents.QueryRows(7, 0)\n"
               "g.contents.Release()\n"
               "g.Release()\n");
-    EXPECT_NE(script.CallsOf({"SetColumns"}).find("[3001001E 0FFF0102 0FFE0003 3002001E 3A23001E"), std::string::npos);
+    EXPECT_NE(script_.CallsOf({"SetColumns"}).find("[3001001E 0FFF0102 0FFE0003 3002001E 3A23001E"), std::string::npos);
 
     // Nothing is read twice, not even what could not be read.
-    EXPECT_EQ(Details(session, records[1].entry), "");
-    script.Forget();
-    script.entries["u"] = script.entries["g"];
-    EXPECT_EQ(Details(session, records[1].entry), "");
-    EXPECT_EQ(Details(session, records[0].entry), "A\r\nB\r\nX\r\nY");
-    EXPECT_EQ(script.callCount, 0u);
+    EXPECT_EQ(Details(session_, records[1].entry), "");
+    script_.Forget();
+    script_.entries["u"] = script_.entries["g"];
+    EXPECT_EQ(Details(session_, records[1].entry), "");
+    EXPECT_EQ(Details(session_, records[0].entry), "A\r\nB\r\nX\r\nY");
+    EXPECT_EQ(script_.callCount, 0u);
 }
 
 // A group's contents style is not an address book's.
 TEST_F(DetailsTextTest, ReadingMembersLeavesTheStyleAlone) {
-    script.entries["g"] = {.type = MAPI_DISTLIST, .contentsResult = 1};
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .contentsResult = 1};
     const auto records =
         DestinationsOf({GroupRow("g", "Group"), PersonRow("p", "Ada", {Text(PR_HOME_FAX_NUMBER, "2")})});
-    EXPECT_EQ(Details(session, records[0].entry), "");
-    EXPECT_EQ(Details(session, records[1].entry), "Ada\r\n2 [Home]");
+    EXPECT_EQ(Details(session_, records[0].entry), "");
+    EXPECT_EQ(Details(session_, records[1].entry), "Ada\r\n2 [Home]");
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ TEST_F(FaxEntriesTest, TakesTheNumberOutOfTheAddress) {
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.address);
-        script.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, each.plainName)}};
+        script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, each.plainName)}};
         // The table's other numbers do not count.
         const auto records = DestinationsOf(
             {PersonRow("p", each.displayName,
@@ -43,15 +43,15 @@ TEST_F(FaxEntriesTest, TakesTheNumberOutOfTheAddress) {
         Put(expected.company, "C");
         EXPECT_TRUE(SameBytes(records[0], expected));
         const std::string begin = *each.name == '\0' ? "" : std::string(each.name) + "\r\n";
-        EXPECT_EQ(Details(session, records[0].entry), begin + "C\r\n" + each.number + ' ' + each.label);
-        EXPECT_NE(script.CallsOf({"GetProps"}).find("p.GetProps([3A13001E], 0)"), std::string::npos);
+        EXPECT_EQ(Details(session_, records[0].entry), begin + "C\r\n" + each.number + ' ' + each.label);
+        EXPECT_NE(script_.CallsOf({"GetProps"}).find("p.GetProps([3A13001E], 0)"), std::string::npos);
     }
 }
 
 // An address that holds no number after the plain name leaves a person without one, under the plain name.
 TEST_F(FaxEntriesTest, AnAddressWithoutANumberGivesNone) {
     for (const char* address : {"Ada@", "Ada", "A", ""}) {
-        script.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
+        script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
         const auto records = DestinationsOf(
             {PersonRow("p", "Ada (Home Fax)", {Text(PR_ADDRTYPE, "FAX"), Text(PR_EMAIL_ADDRESS, address)})}, 4);
         ASSERT_EQ(records.size(), 1u);
@@ -74,15 +74,15 @@ TEST_F(FaxEntriesTest, AnEntryThatCannotBeReadGivesNoNumber) {
         {"p", {{"GetProps", 1, S_OK, false}}},
         {"p", {{"GetProps", 1, E_FAIL, true}}},
     };
-    script.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
+    script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
     DestinationsOf({}, 4);
     for (const auto& each : cases) {
-        script.Forget();
-        script.faults = each.faults;
+        script_.Forget();
+        script_.faults = each.faults;
         const auto records = DestinationsOf({PersonRow(each.id, "Ada (Home Fax)", values)}, 4);
         ASSERT_EQ(records.size(), 1u);
         EXPECT_TRUE(SameBytes(records[0], ExpectedNameOnly(records[0].entry, "Ada (Home Fax)"))) << &each - cases;
-        EXPECT_EQ(script.Imbalance().find("property array"), std::string::npos);
+        EXPECT_EQ(script_.Imbalance().find("property array"), std::string::npos);
     }
 }
 
@@ -90,7 +90,7 @@ TEST_F(FaxEntriesTest, AnEntryThatCannotBeReadGivesNoNumber) {
 TEST_F(FaxEntriesTest, AMissingPlainNameEmptiesTheName) {
     for (const Row& properties : {Row(), Row{Number(CHANGE_PROP_TYPE(PR_ORIGINAL_DISPLAY_NAME, PT_LONG), 3)},
                                   Row{{.tag = PR_ORIGINAL_DISPLAY_NAME, .isNull = true}}}) {
-        script.entries["p"] = {.type = MAPI_MAILUSER, .properties = properties};
+        script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = properties};
         const auto records =
             DestinationsOf({PersonRow("p", "Ada", {Text(PR_ADDRTYPE, "FAX"), Text(PR_EMAIL_ADDRESS, "@12")})}, 4);
         ASSERT_EQ(records.size(), 1u);

@@ -7,14 +7,14 @@ class GroupExpansionTest : public LibraryTest {
   protected:
     // The entry of a group "g" with these members, in an address book of the style.
     DestinationEntry MakeGroup(const std::vector<Row>& members, HRESULT style = 0) {
-        Entry& group = script.entries["g"];
+        Entry& group = script_.entries["g"];
         group = {.type = MAPI_DISTLIST,
                  .properties = {Identifier("g"), Text(PR_DISPLAY_NAME, "Group"), Text(PR_ADDRTYPE, "MAPIPDL"),
                                 Number(PR_OBJECT_TYPE, MAPI_DISTLIST), Number(PR_RECIPIENT_TYPE, 3)}};
         for (size_t i = 0; i < members.size(); ++i) {
             const std::string id = "m" + std::to_string(i);
             group.members.push_back(id);
-            script.entries[id] = {.type = MAPI_MAILUSER, .properties = members[i]};
+            script_.entries[id] = {.type = MAPI_MAILUSER, .properties = members[i]};
         }
         return DestinationsOf({GroupRow("g", "Group")}, style)[0].entry;
     }
@@ -22,7 +22,7 @@ class GroupExpansionTest : public LibraryTest {
                  uint32_t reserved = 0) {
         const RecordListDescriptor descriptor{3, {}, records.empty() ? nullptr : records.data()};
         uint32_t count = capacity;
-        const int32_t result = library.GetDestinationsInGroup(session, reserved, group, &count, &descriptor);
+        const int32_t result = library_.GetDestinationsInGroup(session_, reserved, group, &count, &descriptor);
         EXPECT_EQ(count, capacity);
         return result;
     }
@@ -62,7 +62,7 @@ TEST_F(GroupExpansionTest, GivesEachMemberOneRecordOutsideFaxEntries) {
     primary.values.insert(primary.values.end(), allNumbers.begin(), allNumbers.end());
     full.values.insert(full.values.end(), allNumbers.begin(), allNumbers.end());
     for (const HRESULT style : {0, 1}) {
-        const auto records = ListMembers(session, MakeGroup({primary, full, PersonRow("m2", "Ida"), Row()}, style));
+        const auto records = ListMembers(session_, MakeGroup({primary, full, PersonRow("m2", "Ida"), Row()}, style));
         ASSERT_EQ(records.size(), 4u);
         const auto shown = static_cast<uint32_t>(style);
         GroupMemberRecord expected = ExpectedMember(shown, "Ada", "p");
@@ -77,12 +77,12 @@ TEST_F(GroupExpansionTest, GivesEachMemberOneRecordOutsideFaxEntries) {
 
 TEST_F(GroupExpansionTest, AsksTheProviderAsAgreed) {
     const DestinationEntry group = MakeGroup({PersonRow("m0", "Ada")});
-    script.Forget();
+    script_.Forget();
     uint32_t count = 99;
-    EXPECT_EQ(library.GetDestinationsInGroup(session, 7, group, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationsInGroup(session_, 7, group, &count, nullptr), 1);
     EXPECT_EQ(count, 1u);
     std::string text;
-    for (const std::string& call : script.calls) text += call + '\n';
+    for (const std::string& call : script_.calls) text += call + '\n';
     const std::string expansion =
         "support.AllocateAddressList(0x18)\n"
         "addressBook.OpenEntry(g, null, 0)\n"
@@ -93,10 +93,10 @@ TEST_F(GroupExpansionTest, AsksTheProviderAsAgreed) {
     EXPECT_EQ(text, expansion + "support.FreeAddressList()\n");
 
     std::vector<GroupMemberRecord> records(1, Untouched<GroupMemberRecord>());
-    script.Forget();
+    script_.Forget();
     EXPECT_EQ(Fill(group, records, 1), 1);
     text.clear();
-    for (const std::string& call : script.calls) text += call + '\n';
+    for (const std::string& call : script_.calls) text += call + '\n';
     EXPECT_EQ(text, expansion +
                         "addressBook.PrepareRecips(0, [3001001E 0FFF0102 0FFE0003 3002001E 3A23001E 3A25001E 5805001E "
                         "5806001E 5804001E 5808001E 3A24001E 5802001E 5803001E 5801001E 5807001E 3004001E 3A13001E "
@@ -130,7 +130,7 @@ TEST_F(GroupExpansionTest, ReadsFaxEntriesByTheirAddressType) {
     for (const auto& each : cases) {
         const DestinationEntry group = MakeGroup({PersonRow("m0", "Ada (Home Fax)", each.values)}, 4);
         uint32_t count = 0;
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 1);
         EXPECT_EQ(count, 1u) << "counting counts recipients";
         std::vector<GroupMemberRecord> records(3, Untouched<GroupMemberRecord>());
         EXPECT_EQ(Fill(group, records, 3), 1);
@@ -164,7 +164,7 @@ TEST_F(GroupExpansionTest, FillsUpToTheCapacity) {
     EXPECT_TRUE(SameBytes(one[0], Untouched<GroupMemberRecord>()));
     const DestinationEntry empty = MakeGroup({});
     EXPECT_EQ(Fill(empty, none, 0), 1);
-    EXPECT_EQ(ListMembers(session, empty).size(), 0u);
+    EXPECT_EQ(ListMembers(session_, empty).size(), 0u);
 }
 
 // Whatever the provider cannot do leaves the counter and the records alone.
@@ -188,25 +188,25 @@ TEST_F(GroupExpansionTest, FailuresOfTheProviderGiveNothing) {
     const DestinationEntry group = MakeGroup({PersonRow("m0", "Ada")});
     for (const auto& [fault, counts] : cases) {
         SCOPED_TRACE(fault.function + " " + std::to_string(fault.result) + (fault.gives ? " gives" : ""));
-        script.faults = {fault};
-        script.Forget();
+        script_.faults = {fault};
+        script_.Forget();
         uint32_t count = 7;
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 1);
         EXPECT_EQ(count, counts ? 1u : 7u);
-        EXPECT_EQ(script.CountOf("PrepareRecips"), 0u);
-        script.Forget();
+        EXPECT_EQ(script_.CountOf("PrepareRecips"), 0u);
+        script_.Forget();
         std::vector<GroupMemberRecord> records(1, Untouched<GroupMemberRecord>());
         EXPECT_EQ(Fill(group, records, 1), 1);
         const bool fills = fault.function == "GetProps" && fault.gives;
         EXPECT_TRUE(SameBytes(records[0], fills ? ExpectedMember(0, "Ada", "") : Untouched<GroupMemberRecord>()));
-        EXPECT_EQ(script.Imbalance().find("list"), std::string::npos);
-        EXPECT_EQ(script.Imbalance().find("array"), std::string::npos);
+        EXPECT_EQ(script_.Imbalance().find("list"), std::string::npos);
+        EXPECT_EQ(script_.Imbalance().find("array"), std::string::npos);
     }
-    script.faults.clear();
-    EXPECT_EQ(ListMembers(session, group).size(), 1u);
+    script_.faults.clear();
+    EXPECT_EQ(ListMembers(session_, group).size(), 1u);
     uint32_t count = 7;
     const DestinationEntry closed = DestinationsOf({GroupRow("unknown", "Group"), GroupRow("", "Group")})[0].entry;
-    EXPECT_EQ(library.GetDestinationsInGroup(session, 0, closed, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, closed, &count, nullptr), 1);
     EXPECT_EQ(count, 7u);
 }
 
@@ -228,9 +228,9 @@ TEST_F(GroupExpansionTest, APersonGivesItsOwnNumber) {
         std::vector<Value> values;
         for (const auto& part : each.values) values.insert(values.end(), part.begin(), part.end());
         const DestinationEntry entry = DestinationsOf({PersonRow("p", "Ada", values)})[0].entry;
-        script.Forget();
+        script_.Forget();
         uint32_t count = 7;
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, entry, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, entry, &count, nullptr), 1);
         EXPECT_EQ(count, 7u);
         std::vector<GroupMemberRecord> records(2, Untouched<GroupMemberRecord>());
         EXPECT_EQ(Fill(entry, records, 2), 1);
@@ -243,12 +243,12 @@ TEST_F(GroupExpansionTest, APersonGivesItsOwnNumber) {
         EXPECT_TRUE(SameBytes(records[0], expected));
         EXPECT_TRUE(SameBytes(records[1], Untouched<GroupMemberRecord>()));
         EXPECT_EQ(Fill(entry, records, 0), 0);
-        EXPECT_EQ(script.callCount, 0u);
+        EXPECT_EQ(script_.callCount, 0u);
     }
     std::vector<GroupMemberRecord> records(1, Untouched<GroupMemberRecord>());
     const DestinationEntry without = DestinationsOf({PersonRow("p", "Ada", {extended})})[0].entry;
     EXPECT_EQ(Fill(without, records, 1), 1);
-    script.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
+    script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = {Text(PR_ORIGINAL_DISPLAY_NAME, "Ada")}};
     const DestinationEntry other =
         DestinationsOf({PersonRow("p", "Ada (Other Fax)", {Text(PR_ADDRTYPE, "FAX"), Text(PR_EMAIL_ADDRESS, "Ada@o")})},
                        4)[0]

@@ -33,30 +33,30 @@ TEST_F(HostileProviderTest, CountsAndRowSetsMayLie) {
         const auto lie = [&](Table& table, const Row& row) {
             table = {std::vector<Row>(each.rows, row), each.statedCount, each.batches};
         };
-        script.entries.clear();
-        lie(script.entries[""].hierarchy, ContainerRow("b", "Book"));
-        session = Open();
-        script.Forget();
+        script_.entries.clear();
+        lie(script_.entries[""].hierarchy, ContainerRow("b", "Book"));
+        session_ = Open();
+        script_.Forget();
         uint32_t count = 0;
-        EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), each.read == 0 ? 0 : 1);
+        EXPECT_EQ(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr), each.read == 0 ? 0 : 1);
         EXPECT_EQ(count, each.read);
-        EXPECT_EQ(script.CountOf("QueryRows"), each.queries);
+        EXPECT_EQ(script_.CountOf("QueryRows"), each.queries);
 
-        script.entries[""].hierarchy = {{ContainerRow("b", "Book")}, {}, {}};
-        lie(script.entries["b"].hierarchy, ContainerRow("", "Container"));
-        lie(script.entries["b"].contents, PersonRow("p", "Ada"));
-        const AddressBookEntry book = ListBooks(session)[0].entry;
-        EXPECT_EQ(ListBooks(session, book).size(), each.read);
-        EXPECT_EQ(ListDestinations(session, book).size(), each.read);
+        script_.entries[""].hierarchy = {{ContainerRow("b", "Book")}, {}, {}};
+        lie(script_.entries["b"].hierarchy, ContainerRow("", "Container"));
+        lie(script_.entries["b"].contents, PersonRow("p", "Ada"));
+        const AddressBookEntry book = ListBooks(session_)[0].entry;
+        EXPECT_EQ(ListBooks(session_, book).size(), each.read);
+        EXPECT_EQ(ListDestinations(session_, book).size(), each.read);
 
-        script.entries["b"].contents = {{GroupRow("g", "Group")}, {}, {}};
-        script.entries["g"] = {.type = MAPI_DISTLIST};
-        lie(script.entries["g"].contents, PersonRow("p", "Ada"));
-        const DestinationEntry group = ListDestinations(session, book)[0].entry;
+        script_.entries["b"].contents = {{GroupRow("g", "Group")}, {}, {}};
+        script_.entries["g"] = {.type = MAPI_DISTLIST};
+        lie(script_.entries["g"].contents, PersonRow("p", "Ada"));
+        const DestinationEntry group = ListDestinations(session_, book)[0].entry;
         uint32_t size = 0;
-        EXPECT_EQ(library.GetDestinationDetails(session, group, &size, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationDetails(session_, group, &size, nullptr), 1);
         EXPECT_EQ(size, each.read == 0 ? 0 : each.read * 5 - 2);
-        Close(session);
+        Close(session_);
     }
 }
 
@@ -98,17 +98,17 @@ TEST_F(HostileProviderTest, RowsMayBeBroken) {
             if (each.name == nullptr) continue;
             EXPECT_STREQ(records[0].name, each.name);
             EXPECT_STREQ(records[0].faxNumber, each.number);
-            EXPECT_EQ(Details(session, records[0].entry).find("Next"), std::string::npos);
+            EXPECT_EQ(Details(session_, records[0].entry).find("Next"), std::string::npos);
         }
     // The same rows as address books and containers.
     for (const auto& each : cases) {
-        script.entries[""].hierarchy.rows = {each.row, ContainerRow("b", "Book")};
-        script.entries["b"].hierarchy.rows = {each.row};
-        const auto books = ListBooks(session);
+        script_.entries[""].hierarchy.rows = {each.row, ContainerRow("b", "Book")};
+        script_.entries["b"].hierarchy.rows = {each.row};
+        const auto books = ListBooks(session_);
         ASSERT_EQ(books.size(), 2u);
         const bool named = each.row.length.value_or(6) > 0 && !each.row.withoutValues && each.name == nullptr;
         EXPECT_STREQ(books[0].name, named ? "Ada" : each.name == nullptr ? "" : each.name);
-        EXPECT_EQ(ListBooks(session, books[1].entry).size(), 1u);
+        EXPECT_EQ(ListBooks(session_, books[1].entry).size(), 1u);
     }
 }
 
@@ -120,41 +120,41 @@ TEST_F(HostileProviderTest, RecipientsMayBeBroken) {
     members[2].length = 1;
     members[3].length = 5;
     members[4].values[0].isNull = true;
-    script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}};
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}};
     for (size_t i = 0; i < members.size(); ++i) {
-        script.entries["g"].members.push_back("m" + std::to_string(i));
-        script.entries["m" + std::to_string(i)].properties = members[i];
+        script_.entries["g"].members.push_back("m" + std::to_string(i));
+        script_.entries["m" + std::to_string(i)].properties = members[i];
     }
-    script.entries["g"].members.push_back("unknown");
+    script_.entries["g"].members.push_back("unknown");
     for (const HRESULT style : {0, 4}) {
         const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")}, style)[0].entry;
         std::string seen;
         std::vector<GroupMemberRecord> records(6, Untouched<GroupMemberRecord>());
         const RecordListDescriptor descriptor{0, {}, records.data()};
         uint32_t count = 6;
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, &descriptor), 1);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, &descriptor), 1);
         for (const GroupMemberRecord& record : records)
             if (record.contentsStyle == static_cast<uint32_t>(style))
                 seen += std::string(record.name) + ':' + record.businessFax + ' ';
         EXPECT_EQ(seen, style == 4 ? "Ada:1 :1 " : ": : Ada: Ada:1 :1 : ");
     }
     // Entries that never had values.
-    script.entries["g"].members = {"", "m3", ""};
+    script_.entries["g"].members = {"", "m3", ""};
     const std::vector<GroupMemberRecord> found =
-        ListMembers(session, DestinationsOf({GroupRow("g", "Group")})[0].entry);
+        ListMembers(session_, DestinationsOf({GroupRow("g", "Group")})[0].entry);
     ASSERT_EQ(found.size(), 3u);
     EXPECT_STREQ(found[1].name, "Ada");
     // The group's own entry with fewer values than asked for, and with none behind the count.
     for (const ULONG length : {0u, 1u, 2u}) {
-        script.entries["g"].properties.length = length;
+        script_.entries["g"].properties.length = length;
         uint32_t count = 0;
         const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")})[0].entry;
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 1);
     }
-    script.entries["g"].properties.withoutValues = true;
+    script_.entries["g"].properties.withoutValues = true;
     uint32_t count = 3;
     const DestinationEntry group = DestinationsOf({GroupRow("g", "Group")})[0].entry;
-    EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 1);
     EXPECT_EQ(count, 3u);
 }
 
@@ -162,7 +162,7 @@ TEST_F(HostileProviderTest, RecipientsMayBeBroken) {
 TEST_F(HostileProviderTest, PropertyArraysMayBeBroken) {
     Row properties{Text(PR_COMPANY_NAME, "C"), Text(PR_BODY, "Body"), Text(PR_COMMENT, "Comment")};
     const auto companyOf = [&](const Row& row) {
-        script.entries["p"] = {.type = MAPI_MAILUSER, .properties = row};
+        script_.entries["p"] = {.type = MAPI_MAILUSER, .properties = row};
         const auto records = DestinationsOf({PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")})});
         return std::string(records[0].company) + ':' + records[0].comment;
     };
@@ -179,16 +179,16 @@ TEST_F(HostileProviderTest, PropertyArraysMayBeBroken) {
 TEST_F(HostileProviderTest, ValuesMayBeOfAnySize) {
     const std::string largeId(1 << 20, '\xFE');
     const std::string largeText(10 << 20, 'x');
-    script.entries[largeId].contents.rows = {PersonRow(largeId, largeText, {Text(PR_PRIMARY_FAX_NUMBER, largeText)})};
-    script.entries[""].hierarchy.rows = {ContainerRow(largeId, largeText)};
-    session = Open();
-    const auto books = ListBooks(session);
+    script_.entries[largeId].contents.rows = {PersonRow(largeId, largeText, {Text(PR_PRIMARY_FAX_NUMBER, largeText)})};
+    script_.entries[""].hierarchy.rows = {ContainerRow(largeId, largeText)};
+    session_ = Open();
+    const auto books = ListBooks(session_);
     EXPECT_TRUE(SameBytes(books[0], ExpectedBook(books[0], largeText.substr(0, 259), "", 0)));
-    EXPECT_TRUE(ListBooks(session, books[0].entry).empty());
-    const auto records = ListDestinations(session, books[0].entry);
+    EXPECT_TRUE(ListBooks(session_, books[0].entry).empty());
+    const auto records = ListDestinations(session_, books[0].entry);
     ASSERT_EQ(records.size(), 1u);
     EXPECT_STREQ(records[0].name, largeText.substr(0, 85).c_str());
-    EXPECT_EQ(Details(session, records[0].entry), largeText + "\r\n" + largeText + " [Business]");
+    EXPECT_EQ(Details(session_, records[0].entry), largeText + "\r\n" + largeText + " [Business]");
 }
 
 // A person's object has no tables: whatever opens one in the place of a container calls none of its methods.
@@ -196,33 +196,33 @@ TEST_F(HostileProviderTest, ObjectsMayBeOfAnotherType) {
     DestinationsOf({GroupRow("g", "Group")});
     AddContainer("b", "c", "Container");
     AddContainer("c", "d", "Below");
-    script.entries["g"] = {.type = MAPI_DISTLIST};
-    script.entries["g"].contents.rows = {PersonRow("p", "Ada")};
+    script_.entries["g"] = {.type = MAPI_DISTLIST};
+    script_.entries["g"].contents.rows = {PersonRow("p", "Ada")};
     for (const ULONG type : {ULONG{0}, MAPI_ABCONT, MAPI_MAILUSER}) {
         const bool opens = type != MAPI_MAILUSER;
-        for (const char* id : {"b", "c", "g"}) script.entries[id].type = type;
-        AddressBookEntry book = ListBooks(session)[0].entry;
-        EXPECT_EQ(ListBooks(session, book).size(), opens ? 2u : 0u);
-        EXPECT_EQ(ListDestinations(session, book).size(), opens ? 1u : 0u);
-        script.entries["b"].type = MAPI_ABCONT;
-        const DestinationEntry group = ListDestinations(session, book)[0].entry;
-        EXPECT_EQ(Details(session, group), opens ? "Ada" : "");
-        book = ListBooks(session)[0].entry;
-        EXPECT_EQ(ListBooks(session, book).size(), opens ? 2u : 1u);
+        for (const char* id : {"b", "c", "g"}) script_.entries[id].type = type;
+        AddressBookEntry book = ListBooks(session_)[0].entry;
+        EXPECT_EQ(ListBooks(session_, book).size(), opens ? 2u : 0u);
+        EXPECT_EQ(ListDestinations(session_, book).size(), opens ? 1u : 0u);
+        script_.entries["b"].type = MAPI_ABCONT;
+        const DestinationEntry group = ListDestinations(session_, book)[0].entry;
+        EXPECT_EQ(Details(session_, group), opens ? "Ada" : "");
+        book = ListBooks(session_)[0].entry;
+        EXPECT_EQ(ListBooks(session_, book).size(), opens ? 2u : 1u);
     }
-    script.entries[""].type = MAPI_MAILUSER;
+    script_.entries[""].type = MAPI_MAILUSER;
     uint32_t count = 0;
-    EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr), 0);
 }
 
 // A session without one of its two objects is none.
 TEST_F(HostileProviderTest, BothSessionObjectsAreNeeded) {
     for (const bool addressBook : {true, false}) {
-        script.opensAddressBook = addressBook;
-        script.opensSupport = !addressBook;
-        EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-        EXPECT_EQ(library.GetLastVOKError(nullptr), E_FAIL);
-        EXPECT_EQ(script.Imbalance(), "");
+        script_.opensAddressBook = addressBook;
+        script_.opensSupport = !addressBook;
+        EXPECT_EQ(library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+        EXPECT_EQ(library_.GetLastVOKError(nullptr), E_FAIL);
+        EXPECT_EQ(script_.Imbalance(), "");
     }
 }
 

@@ -8,11 +8,11 @@ namespace {
 
 class HostileSizesTest : public LibraryTest {
   protected:
-    HostileSizesTest() { script.keepsCalls = false; }
+    HostileSizesTest() { script_.keepsCalls = false; }
 
     uint32_t CountBooks(AddressBookEntry parent) {
         uint32_t count = 0;
-        EXPECT_EQ(library.GetAddressBookList(session, 0, parent, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetAddressBookList(session_, 0, parent, &count, nullptr), 1);
         return count;
     }
 };
@@ -25,8 +25,8 @@ TEST_F(HostileSizesTest, HierarchiesMayBeDeep) {
         AddContainer(parent, id, id);
         parent = id;
     }
-    session = Open();
-    const auto containers = ListBooks(session, ListBooks(session)[0].entry);
+    session_ = Open();
+    const auto containers = ListBooks(session_, ListBooks(session_)[0].entry);
     ASSERT_EQ(containers.size(), depth);
     EXPECT_TRUE(SameBytes(
         containers[depth - 1],
@@ -36,15 +36,15 @@ TEST_F(HostileSizesTest, HierarchiesMayBeDeep) {
 // A million containers side by side are listed; more than the most, side by side or in a table without end, are not.
 TEST_F(HostileSizesTest, HierarchiesMayBeWide) {
     AddContainer("", "b", "Book");
-    script.entries["b"].hierarchy = {{ContainerRow("", "Leaf")}, 1'000'000, {}, true};
-    session = Open();
-    AddressBookEntry book = ListBooks(session)[0].entry;
+    script_.entries["b"].hierarchy = {{ContainerRow("", "Leaf")}, 1'000'000, {}, true};
+    session_ = Open();
+    AddressBookEntry book = ListBooks(session_)[0].entry;
     EXPECT_EQ(CountBooks(book), 1'000'000u);
 
-    script.entries["b"].hierarchy.statedCount = 0xFFFFFFFF;
-    book = ListBooks(session)[0].entry;
+    script_.entries["b"].hierarchy.statedCount = 0xFFFFFFFF;
+    book = ListBooks(session_)[0].entry;
     EXPECT_EQ(CountBooks(book), mostContainers);
-    script.entries[""].hierarchy = {{ContainerRow("b", "Book")}, 0xFFFFFFFF, {}, true};
+    script_.entries[""].hierarchy = {{ContainerRow("b", "Book")}, 0xFFFFFFFF, {}, true};
     EXPECT_EQ(CountBooks(nullptr), mostContainers);
 }
 
@@ -53,19 +53,19 @@ TEST_F(HostileSizesTest, SharedContainersMayHaveAnyNumberOfPlaces) {
     AddContainer("", "0", "Book");
     for (int level = 0; level < 40; ++level)
         for (const char* name : {"left", "right"}) AddContainer(std::to_string(level), std::to_string(level + 1), name);
-    session = Open();
-    EXPECT_EQ(CountBooks(ListBooks(session)[0].entry), mostContainers);
+    session_ = Open();
+    EXPECT_EQ(CountBooks(ListBooks(session_)[0].entry), mostContainers);
 }
 
 TEST_F(HostileSizesTest, TablesWithoutEndEnd) {
     Row nothing;
     nothing.withoutValues = true;
     DestinationsOf({});
-    const AddressBookEntry book = ListBooks(session)[0].entry;
-    script.entries["b"].contents = {{nothing}, 0xFFFFFFFF, {}, true};
-    script.Forget();
-    EXPECT_TRUE(ListDestinations(session, book).empty());
-    EXPECT_EQ(script.CountOf("QueryRows"), TableCursor::mostRows / 10'000);
+    const AddressBookEntry book = ListBooks(session_)[0].entry;
+    script_.entries["b"].contents = {{nothing}, 0xFFFFFFFF, {}, true};
+    script_.Forget();
+    EXPECT_TRUE(ListDestinations(session_, book).empty());
+    EXPECT_EQ(script_.CountOf("QueryRows"), TableCursor::mostRows / 10'000);
 }
 
 }  // namespace

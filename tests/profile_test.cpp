@@ -10,18 +10,19 @@ const std::string settingsKey = "Software\\Quorvane\\Tessivar Address Book\\Sett
 // The ProfileLock of a key below the settings key, or of that itself.
 class ProfileLock {
   public:
-    explicit ProfileLock(const std::string& name) : path(settingsKey + (name.empty() ? "" : '\\' + name)) {}
+    explicit ProfileLock(const std::string& name) : path_(settingsKey + (name.empty() ? "" : '\\' + name)) {}
 
     void Set(DWORD value) const {
         HKEY key = nullptr;
         ASSERT_EQ(
-            RegCreateKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr), 0);
+            RegCreateKeyExA(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+            0);
         RegSetValueExA(key, "ProfileLock", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), sizeof value);
         RegCloseKey(key);
     }
     std::optional<DWORD> Get() const {
         HKEY key = nullptr;
-        if (RegOpenKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != 0) return std::nullopt;
+        if (RegOpenKeyExA(HKEY_CURRENT_USER, path_.c_str(), 0, KEY_READ, &key) != 0) return std::nullopt;
         DWORD value = 0, type = 0, size = sizeof value;
         const LONG result =
             RegQueryValueExA(key, "ProfileLock", nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
@@ -29,17 +30,17 @@ class ProfileLock {
         if (result != 0 || type != REG_DWORD || size != sizeof value) return std::nullopt;
         return value;
     }
-    void Remove() const { RegDeleteKeyA(HKEY_CURRENT_USER, path.c_str()); }
+    void Remove() const { RegDeleteKeyA(HKEY_CURRENT_USER, path_.c_str()); }
 
   private:
-    std::string path;
+    std::string path_;
 };
 
 class ProfileTest : public LibraryTest {
   protected:
     std::string Calls() const {
         std::string text;
-        for (const std::string& call : script.calls) text += call + '\n';
+        for (const std::string& call : script_.calls) text += call + '\n';
         return text;
     }
 };
@@ -55,7 +56,7 @@ TEST_F(ProfileTest, CreatesAProfileWithItsServices) {
     const ServiceRecord services[] = {MakeService("none", 0xFFFFFFFC), MakeService("first", 1),
                                       MakeService("second", 2), MakeService("1234567890123456789012345678901", 3)};
     char module[1];
-    EXPECT_EQ(library.CreateProfile(77, 0x12, "New", 4, services, module), 1);
+    EXPECT_EQ(library_.CreateProfile(77, 0x12, "New", 4, services, module), 1);
     EXPECT_EQ(Calls(),
               "SetResourceDllHandle()\n"
               "VOKAdminProfiles(0, 77, \"New\", 0x12)\n"
@@ -67,15 +68,15 @@ TEST_F(ProfileTest, CreatesAProfileWithItsServices) {
               "services.CreateService(\"1234567890123456789012345678901\", \"\", 0x130000, 0, 0)\n"
               "services.Release()\n"
               "administration.Release()\n");
-    EXPECT_EQ(static_cast<void*>(script.resourceModule), module);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), S_OK);
+    EXPECT_EQ(static_cast<void*>(script_.resourceModule), module);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), S_OK);
     // With a session open the provider is not loaded again; without services none is added.
     Open();
-    script.Forget();
-    EXPECT_EQ(library.CreateProfile(0, 0, "New", 0, services, nullptr), 1);
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 0u);
-    EXPECT_EQ(script.CountOf("AdministerServices"), 1u);
-    EXPECT_EQ(script.CountOf("CreateService"), 0u);
+    script_.Forget();
+    EXPECT_EQ(library_.CreateProfile(0, 0, "New", 0, services, nullptr), 1);
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 0u);
+    EXPECT_EQ(script_.CountOf("AdministerServices"), 1u);
+    EXPECT_EQ(script_.CountOf("CreateService"), 0u);
 }
 
 TEST_F(ProfileTest, StopsAtTheFirstFailure) {
@@ -97,42 +98,42 @@ TEST_F(ProfileTest, StopsAtTheFirstFailure) {
     };
     for (const auto& [fault, lastResult, added] : cases) {
         SCOPED_TRACE(fault.function + " " + std::to_string(fault.result));
-        script.Forget();
-        script.faults = {fault};
-        EXPECT_EQ(library.CreateProfile(0, 0, "New", 3, services, nullptr), lastResult >= 0 ? 1 : 0);
-        EXPECT_EQ(library.GetLastVOKError(nullptr), lastResult);
-        EXPECT_EQ(script.CountOf("CreateService"), added);
-        EXPECT_EQ(script.Imbalance(), "");
+        script_.Forget();
+        script_.faults = {fault};
+        EXPECT_EQ(library_.CreateProfile(0, 0, "New", 3, services, nullptr), lastResult >= 0 ? 1 : 0);
+        EXPECT_EQ(library_.GetLastVOKError(nullptr), lastResult);
+        EXPECT_EQ(script_.CountOf("CreateService"), added);
+        EXPECT_EQ(script_.Imbalance(), "");
     }
 }
 
 TEST_F(ProfileTest, RejectsMissingArguments) {
     const ServiceRecord service = MakeService("a", 0);
-    EXPECT_EQ(library.CreateProfile(0, 0, nullptr, 1, &service, nullptr), 0);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), E_INVALIDARG);
+    EXPECT_EQ(library_.CreateProfile(0, 0, nullptr, 1, &service, nullptr), 0);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), E_INVALIDARG);
     Close(Open());
-    script.Forget();
-    EXPECT_EQ(library.CreateProfile(0, 0, "", 1, &service, nullptr), 0);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), E_INVALIDARG);
+    script_.Forget();
+    EXPECT_EQ(library_.CreateProfile(0, 0, "", 1, &service, nullptr), 0);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), E_INVALIDARG);
     Close(Open());
-    script.Forget();
-    EXPECT_EQ(library.CreateProfile(0, 0, "New", 1, nullptr, nullptr), 0);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), E_INVALIDARG);
-    EXPECT_EQ(script.callCount, 0u);
+    script_.Forget();
+    EXPECT_EQ(library_.CreateProfile(0, 0, "New", 1, nullptr, nullptr), 0);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), E_INVALIDARG);
+    EXPECT_EQ(script_.callCount, 0u);
 }
 
 // A provider that cannot be had leaves the result of the last call.
 TEST_F(ProfileTest, ARefusedResourceModuleKeepsTheLastResult) {
-    script.openResult = 4;
+    script_.openResult = 4;
     Close(Open());
     for (const bool create : {true, false}) {
-        script.resourceResult = E_FAIL;
-        EXPECT_EQ(create ? library.CreateProfile(0, 0, "New", 0, nullptr, nullptr)
-                         : library.DisplayAdminProfiles(0, "New", 0, 0, nullptr),
+        script_.resourceResult = E_FAIL;
+        EXPECT_EQ(create ? library_.CreateProfile(0, 0, "New", 0, nullptr, nullptr)
+                         : library_.DisplayAdminProfiles(0, "New", 0, 0, nullptr),
                   0);
-        EXPECT_EQ(library.GetLastVOKError(nullptr), 4);
-        EXPECT_EQ(script.CountOf("VOKAdminProfiles"), 0u);
-        script.resourceResult = S_OK;
+        EXPECT_EQ(library_.GetLastVOKError(nullptr), 4);
+        EXPECT_EQ(script_.CountOf("VOKAdminProfiles"), 0u);
+        script_.resourceResult = S_OK;
         Close(Open());
     }
 }
@@ -155,20 +156,20 @@ TEST_F(ProfileTest, ShowsTheAdministrationAndClearsTheLock) {
     const ProfileLock lock("Mine");
     for (const auto& each : cases) {
         lock.Set(1);
-        script.Forget();
-        script.showResult = each.shown;
-        script.faults = each.faults;
+        script_.Forget();
+        script_.showResult = each.shown;
+        script_.faults = each.faults;
         bool lockedWhileShown = true;
-        script.during = [&](const std::string& function) {
+        script_.during = [&](const std::string& function) {
             if (function == "ShowAdministration") lockedWhileShown = lock.Get() == 1u;
         };
-        EXPECT_EQ(library.DisplayAdminProfiles(5, "Mine", 6, 0x80, nullptr), each.result);
-        EXPECT_EQ(library.GetLastVOKError(nullptr), each.lastResult);
+        EXPECT_EQ(library_.DisplayAdminProfiles(5, "Mine", 6, 0x80, nullptr), each.result);
+        EXPECT_EQ(library_.GetLastVOKError(nullptr), each.lastResult);
         EXPECT_TRUE(lockedWhileShown);
         EXPECT_EQ(lock.Get(), 0u);
-        EXPECT_EQ(script.Imbalance(), "");
+        EXPECT_EQ(script_.Imbalance(), "");
         const bool obtained = each.faults.empty();
-        EXPECT_EQ(script.CallsOf({"VOKAdminProfiles", "ShowAdministration"}),
+        EXPECT_EQ(script_.CallsOf({"VOKAdminProfiles", "ShowAdministration"}),
                   std::string("VOKAdminProfiles(1, 6, \"Mine\", 0x90)\n") +
                       (obtained ? "administration.ShowAdministration(\"Mine\", 5, 0)\n" : ""));
     }
@@ -184,9 +185,9 @@ TEST_F(ProfileTest, WritesTheLockUnderTheWholeName) {
         lock.Remove();
         if (name == nullptr || *name == '\0') lock.Set(1);
         EXPECT_NE(lock.Get(), 0u);
-        EXPECT_EQ(library.DisplayAdminProfiles(0, name, 0, 0x10, nullptr), 1);
+        EXPECT_EQ(library_.DisplayAdminProfiles(0, name, 0, 0x10, nullptr), 1);
         EXPECT_EQ(lock.Get(), 0u);
-        EXPECT_NE(script.CallsOf({"VOKAdminProfiles"}).find(", 0x10)"), std::string::npos);
+        EXPECT_NE(script_.CallsOf({"VOKAdminProfiles"}).find(", 0x10)"), std::string::npos);
         lock.Remove();
     }
 }

@@ -22,13 +22,13 @@ constexpr const char* longPathPrefix = "";
 // path, and in the system's folder.
 class Decoys {
   public:
-    explicit Decoys(const fs::path& folder) : folderBefore(fs::current_path()) {
+    explicit Decoys(const fs::path& folder) : folderBefore_(fs::current_path()) {
         Put(folder / "current");
         Put(folder / "searched");
         fs::current_path(folder / "current");
         const char* const path = std::getenv(searchPath);
-        pathBefore = path != nullptr ? path : "";
-        SetVariable(searchPath, (folder / "searched").string() + separator + pathBefore);
+        pathBefore_ = path != nullptr ? path : "";
+        SetVariable(searchPath, (folder / "searched").string() + separator + pathBefore_);
 #ifdef _WIN32
         char system[MAX_PATH];
         GetSystemDirectoryA(system, sizeof system);
@@ -36,9 +36,9 @@ class Decoys {
 #endif
     }
     ~Decoys() {
-        fs::current_path(folderBefore);
-        SetVariable(searchPath, pathBefore);
-        for (const fs::path& decoy : decoys) fs::remove(decoy);
+        fs::current_path(folderBefore_);
+        SetVariable(searchPath, pathBefore_);
+        for (const fs::path& decoy : decoys_) fs::remove(decoy);
     }
 
   private:
@@ -57,26 +57,26 @@ class Decoys {
 #endif
     void Put(const fs::path& folder) {
         fs::create_directories(folder);
-        decoys.push_back(folder / providerName);
-        fs::copy_file(ScriptedFolder() / providerName, decoys.back(), fs::copy_options::overwrite_existing);
+        decoys_.push_back(folder / providerName);
+        fs::copy_file(ScriptedFolder() / providerName, decoys_.back(), fs::copy_options::overwrite_existing);
     }
 
-    std::vector<fs::path> decoys;
-    const fs::path folderBefore;
-    std::string pathBefore;
+    std::vector<fs::path> decoys_;
+    const fs::path folderBefore_;
+    std::string pathBefore_;
 };
 
 class ProviderLoaderTest : public testing::Test {
   protected:
     ProviderLoaderTest() {
-        script.Reset();
-        fs::create_directories(folder);
+        script_.Reset();
+        fs::create_directories(folder_);
     }
     ~ProviderLoaderTest() override {
-        EXPECT_EQ(script.Imbalance(), "");
-        script.Reset();
+        EXPECT_EQ(script_.Imbalance(), "");
+        script_.Reset();
         // A later run in another code page may not be able to: it need not see every name.
-        fs::remove_all(folder);
+        fs::remove_all(folder_);
     }
 
     void Copy(const char* file, const fs::path& to) const {
@@ -98,16 +98,16 @@ class ProviderLoaderTest : public testing::Test {
     }
     // The path of the provider that an open loads, or nothing if it fails.
     std::optional<fs::path> ProviderOf(const fs::path& path) {
-        script.loaded.clear();
+        script_.loaded.clear();
         if (!Opens(path)) {
-            EXPECT_TRUE(script.loaded.empty()) << "loaded " << script.loaded[0];
+            EXPECT_TRUE(script_.loaded.empty()) << "loaded " << script_.loaded[0];
             return std::nullopt;
         }
-        return script.loaded.size() == 1 ? std::optional(fs::path(script.loaded[0])) : std::nullopt;
+        return script_.loaded.size() == 1 ? std::optional(fs::path(script_.loaded[0])) : std::nullopt;
     }
 
-    Script& script = TheScript();
-    const fs::path folder = ScratchFolder() / testing::UnitTest::GetInstance()->current_test_info()->name();
+    Script& script_ = TheScript();
+    const fs::path folder_ = ScratchFolder() / testing::UnitTest::GetInstance()->current_test_info()->name();
 };
 
 TEST_F(ProviderLoaderTest, FindsTheProviderByTheLibrarysOwnPath) {
@@ -125,34 +125,34 @@ TEST_F(ProviderLoaderTest, FindsTheProviderByTheLibrarysOwnPath) {
     for (const auto& each : cases) {
         SCOPED_TRACE(each.library);
         // A provider under the usual name lies there in any case.
-        Copy(libraryName, folder / each.library);
-        Copy(providerName, (folder / each.library).parent_path() / providerName);
-        Copy(providerName, folder / each.provider);
-        const std::optional<fs::path> loaded = ProviderOf(folder / each.library);
+        Copy(libraryName, folder_ / each.library);
+        Copy(providerName, (folder_ / each.library).parent_path() / providerName);
+        Copy(providerName, folder_ / each.provider);
+        const std::optional<fs::path> loaded = ProviderOf(folder_ / each.library);
         ASSERT_TRUE(loaded.has_value());
-        EXPECT_TRUE(fs::equivalent(*loaded, folder / each.provider)) << *loaded;
+        EXPECT_TRUE(fs::equivalent(*loaded, folder_ / each.provider)) << *loaded;
     }
 }
 
 TEST_F(ProviderLoaderTest, LooksNowhereElse) {
-    Copy(libraryName, folder / "missing" / libraryName);
-    Copy(libraryName, folder / "renamed" / "Library.dll");
-    Copy(providerName, folder / "renamed" / providerName);
-    Copy(libraryName, folder / "broken" / libraryName);
-    Copy("QDXL7RC.DLL", folder / "broken" / "damaged");
-    fs::resize_file(folder / "broken" / "damaged", 300);
-    fs::rename(folder / "broken" / "damaged", folder / "broken" / providerName);
-    const Decoys decoys(folder / "decoys");
-    EXPECT_FALSE(Opens(folder / "missing" / libraryName));
-    EXPECT_FALSE(Opens(folder / "renamed" / "Library.dll"));
-    EXPECT_FALSE(Opens(folder / "broken" / libraryName));
-    EXPECT_TRUE(script.loaded.empty());
+    Copy(libraryName, folder_ / "missing" / libraryName);
+    Copy(libraryName, folder_ / "renamed" / "Library.dll");
+    Copy(providerName, folder_ / "renamed" / providerName);
+    Copy(libraryName, folder_ / "broken" / libraryName);
+    Copy("QDXL7RC.DLL", folder_ / "broken" / "damaged");
+    fs::resize_file(folder_ / "broken" / "damaged", 300);
+    fs::rename(folder_ / "broken" / "damaged", folder_ / "broken" / providerName);
+    const Decoys decoys(folder_ / "decoys");
+    EXPECT_FALSE(Opens(folder_ / "missing" / libraryName));
+    EXPECT_FALSE(Opens(folder_ / "renamed" / "Library.dll"));
+    EXPECT_FALSE(Opens(folder_ / "broken" / libraryName));
+    EXPECT_TRUE(script_.loaded.empty());
     // Nor is it one of them where the right one is there.
-    Copy(libraryName, folder / "whole" / libraryName);
-    Copy(providerName, folder / "whole" / providerName);
-    const std::optional<fs::path> loaded = ProviderOf(folder / "whole" / libraryName);
+    Copy(libraryName, folder_ / "whole" / libraryName);
+    Copy(providerName, folder_ / "whole" / providerName);
+    const std::optional<fs::path> loaded = ProviderOf(folder_ / "whole" / libraryName);
     ASSERT_TRUE(loaded.has_value());
-    EXPECT_TRUE(fs::equivalent(*loaded, folder / "whole" / providerName)) << *loaded;
+    EXPECT_TRUE(fs::equivalent(*loaded, folder_ / "whole" / providerName)) << *loaded;
 }
 
 // A folder whose name has characters beside ASCII. Where the code page lacks one, the system gives the library a path
@@ -170,23 +170,23 @@ TEST_F(ProviderLoaderTest, ReadsFolderNamesOfAnyCharacters) {
     unsigned opened = 0;
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
-        const fs::path own = folder / fs::path(each.name);
+        const fs::path own = folder_ / fs::path(each.name);
         std::error_code impossible;
         fs::create_directories(own, impossible);
         if (impossible) continue;
         ++made;
         Copy(libraryName, own / libraryName);
         Copy(providerName, own / providerName);
-        if (!each.nearest.empty()) Copy(providerName, folder / fs::path(each.nearest) / providerName);
-        script.loaded.clear();
+        if (!each.nearest.empty()) Copy(providerName, folder_ / fs::path(each.nearest) / providerName);
+        script_.loaded.clear();
         if (!Opens(own / libraryName)) {
-            EXPECT_TRUE(script.loaded.empty()) << "loaded " << script.loaded[0];
+            EXPECT_TRUE(script_.loaded.empty()) << "loaded " << script_.loaded[0];
             continue;
         }
         ++opened;
-        ASSERT_EQ(script.loaded.size(), 1u);
-        const std::string nearest = (folder / fs::path(each.nearest) / providerName).string();
-        EXPECT_FALSE(!each.nearest.empty() && script.loaded[0].ends_with(nearest)) << script.loaded[0];
+        ASSERT_EQ(script_.loaded.size(), 1u);
+        const std::string nearest = (folder_ / fs::path(each.nearest) / providerName).string();
+        EXPECT_FALSE(!each.nearest.empty() && script_.loaded[0].ends_with(nearest)) << script_.loaded[0];
     }
     if (made == 0) GTEST_SKIP() << "files have no such names here";
     EXPECT_GT(opened, 0u);
@@ -194,7 +194,7 @@ TEST_F(ProviderLoaderTest, ReadsFolderNamesOfAnyCharacters) {
 
 // A path that is longer than the library's buffer is not taken for the path of the folder where the buffer ends.
 TEST_F(ProviderLoaderTest, APathLongerThanTheBufferIsNoPath) {
-    fs::path parent = fs::absolute(folder);
+    fs::path parent = fs::absolute(folder_);
     while (parent.string().size() < 300) parent /= std::string(100, 'l');
     const fs::path library = parent / libraryName;
     const std::string cut = library.string().substr(0, 259) + providerName;
@@ -207,7 +207,7 @@ TEST_F(ProviderLoaderTest, APathLongerThanTheBufferIsNoPath) {
     // What removes the scratch folder does not know such paths.
     for (const fs::path& file : {library, parent / providerName, decoy})
         EXPECT_TRUE(fs::remove(prefix + file.string()));
-    for (; parent != fs::absolute(folder); parent = parent.parent_path())
+    for (; parent != fs::absolute(folder_); parent = parent.parent_path())
         EXPECT_TRUE(fs::remove(prefix + parent.string()));
 }
 
@@ -215,7 +215,7 @@ TEST_F(ProviderLoaderTest, APathLongerThanTheBufferIsNoPath) {
 // than MAX_PATH. Windows itself may refuse to load that, but then nothing else is loaded in its place.
 TEST_F(ProviderLoaderTest, ManagesTheLongestPath) {
     for (const std::string name : {libraryName, "Library.dll"}) {
-        const std::string begin = fs::absolute(folder).string();
+        const std::string begin = fs::absolute(folder_).string();
         ASSERT_LT(begin.size() + name.size() + 12, 259u) << "this folder's own path is too long for the test";
         fs::path parent = begin;
         size_t missing = 259 - begin.size() - 1 - name.size();
@@ -252,11 +252,11 @@ TEST_F(ProviderLoaderTest, ManagesWithAnIncompleteProvider) {
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.provider);
-        script.Reset();
-        script.resourceResult = E_FAIL;  // only a provider that can be asked refuses
-        if (std::string(each.provider) != "without_resource_handle.DLL") script.resourceResult = S_OK;
+        script_.Reset();
+        script_.resourceResult = E_FAIL;  // only a provider that can be asked refuses
+        if (std::string(each.provider) != "without_resource_handle.DLL") script_.resourceResult = S_OK;
         AddContainer("", "b", "Book");
-        const fs::path own = folder / each.provider;
+        const fs::path own = folder_ / each.provider;
         Copy(libraryName, own / libraryName);
         Copy(each.provider, own / providerName);
         const LibraryUnderTest library(own / libraryName);
@@ -275,30 +275,30 @@ TEST_F(ProviderLoaderTest, ManagesWithAnIncompleteProvider) {
             EXPECT_EQ(result, each.creates ? 1 : 0);
             EXPECT_EQ(library.GetLastVOKError(nullptr), each.creates ? S_OK : E_FAIL);
         }
-        EXPECT_EQ(script.Imbalance(), "");
+        EXPECT_EQ(script_.Imbalance(), "");
     }
 }
 
 TEST_F(ProviderLoaderTest, UnloadsTheProviderAfterTheLastClose) {
-    Copy(libraryName, folder / libraryName);
-    Copy(providerName, folder / providerName);
-    const LibraryUnderTest library(folder / libraryName);
-    EXPECT_TRUE(script.loaded.empty());
+    Copy(libraryName, folder_ / libraryName);
+    Copy(providerName, folder_ / providerName);
+    const LibraryUnderTest library(folder_ / libraryName);
+    EXPECT_TRUE(script_.loaded.empty());
     SessionHandle* const first = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
     SessionHandle* const second = library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr);
     library.CreateProfile(0, 0, "p", 0, nullptr, nullptr);
     library.CloseAddressBook(first);
-    EXPECT_EQ(script.unloadCount, 0u);
+    EXPECT_EQ(script_.unloadCount, 0u);
     library.CloseAddressBook(second);
-    EXPECT_EQ(script.unloadCount, 1u);
+    EXPECT_EQ(script_.unloadCount, 1u);
 
-    script.openResult = E_FAIL;
+    script_.openResult = E_FAIL;
     EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-    EXPECT_EQ(script.unloadCount, 2u);
+    EXPECT_EQ(script_.unloadCount, 2u);
     library.CreateProfile(0, 0, "p", 0, nullptr, nullptr);
     library.DisplayAdminProfiles(0, "p", 0, 0, nullptr);
-    EXPECT_EQ(script.loaded.size(), 4u);
-    EXPECT_EQ(script.unloadCount, 4u);
+    EXPECT_EQ(script_.loaded.size(), 4u);
+    EXPECT_EQ(script_.unloadCount, 4u);
 }
 
 }  // namespace

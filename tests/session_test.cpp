@@ -15,49 +15,49 @@ TEST_F(SessionTest, HandsItsArgumentsToTheProvider) {
         std::snprintf(text, sizeof text, "%p", pointer);
         return std::string(text);
     };
-    SessionHandle* opened = library.OpenAddressBook(window.handle, longName.c_str(), 4000000000u, data, 0, module);
-    EXPECT_EQ(script.calls.back(), "VOKOpen(" + show(window.handle) + ", \"" + longName + "\", 0xEE6B2800, " +
-                                       show(data) + ", 8, null, null, null)");
-    EXPECT_EQ(static_cast<void*>(script.resourceModule), module);
-    script.Forget();
-    EXPECT_EQ(library.CloseAddressBook(opened), 1);
-    EXPECT_EQ(script.CallsOf({"Release"}), "addressBook.Release()\nsupport.Release()\n");
+    SessionHandle* opened = library_.OpenAddressBook(window.handle, longName.c_str(), 4000000000u, data, 0, module);
+    EXPECT_EQ(script_.calls.back(), "VOKOpen(" + show(window.handle) + ", \"" + longName + "\", 0xEE6B2800, " +
+                                        show(data) + ", 8, null, null, null)");
+    EXPECT_EQ(static_cast<void*>(script_.resourceModule), module);
+    script_.Forget();
+    EXPECT_EQ(library_.CloseAddressBook(opened), 1);
+    EXPECT_EQ(script_.CallsOf({"Release"}), "addressBook.Release()\nsupport.Release()\n");
 
     for (const char* profile : {"", static_cast<const char*>(nullptr)}) {
-        opened = library.OpenAddressBook(nullptr, profile, 0, nullptr, 0x10008, nullptr);
-        EXPECT_EQ(script.calls.back(), "VOKOpen(null, " + std::string(profile == nullptr ? "null" : "\"\"") +
-                                           ", 0, null, 0x10008, null, null, null)");
-        EXPECT_EQ(library.CloseAddressBook(opened), 1);
+        opened = library_.OpenAddressBook(nullptr, profile, 0, nullptr, 0x10008, nullptr);
+        EXPECT_EQ(script_.calls.back(), "VOKOpen(null, " + std::string(profile == nullptr ? "null" : "\"\"") +
+                                            ", 0, null, 0x10008, null, null, null)");
+        EXPECT_EQ(library_.CloseAddressBook(opened), 1);
     }
 }
 
 TEST_F(SessionTest, KeepsTheResultOfTheLastOpen) {
-    script.openResult = 5;
+    script_.openResult = 5;
     SessionHandle* const opened = Open();
-    EXPECT_EQ(library.GetLastVOKError(nullptr), 5);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), 5);
     uint32_t count = 0;
-    EXPECT_EQ(library.GetDestinationList(opened, 0, nullptr, &count, nullptr), 0);
-    EXPECT_EQ(library.GetLastVOKError(opened), 0);
+    EXPECT_EQ(library_.GetDestinationList(opened, 0, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetLastVOKError(opened), 0);
 
-    script.openResult = MAPI_E_NOT_FOUND;
-    EXPECT_EQ(library.OpenAddressBook(nullptr, "unknown", 0, nullptr, 0, nullptr), nullptr);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), MAPI_E_NOT_FOUND);
-    EXPECT_EQ(library.GetLastVOKError(opened), 0);
+    script_.openResult = MAPI_E_NOT_FOUND;
+    EXPECT_EQ(library_.OpenAddressBook(nullptr, "unknown", 0, nullptr, 0, nullptr), nullptr);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(library_.GetLastVOKError(opened), 0);
     Close(opened);
-    EXPECT_EQ(library.CloseAddressBook(nullptr), 1);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(library_.CloseAddressBook(nullptr), 1);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), MAPI_E_NOT_FOUND);
 }
 
 // A handle in memory that cannot be written is no handle.
 TEST_F(SessionTest, RecognisesAnUnwritableHandle) {
-    script.openResult = 7;
+    script_.openResult = 7;
     Open();
     const std::vector<const void*> addresses{reinterpret_cast<void*>(8), "text that cannot be written to",
                                              reinterpret_cast<void*>(~uintptr_t{15})};
     for (const void* address : addresses) {
         auto* const handle = static_cast<SessionHandle*>(const_cast<void*>(address));
-        EXPECT_EQ(library.GetLastVOKError(handle), 7);
-        EXPECT_EQ(library.CloseAddressBook(handle), 1);
+        EXPECT_EQ(library_.GetLastVOKError(handle), 7);
+        EXPECT_EQ(library_.CloseAddressBook(handle), 1);
     }
 }
 
@@ -71,41 +71,41 @@ TEST_F(SessionTest, FailedOpensReleaseWhatTheProviderStored) {
         {{"VOKOpen", 1, S_OK, false}, E_FAIL},
     };
     for (const auto& [fault, result] : cases) {
-        script.Forget();
-        script.faults = {fault};
-        EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-        EXPECT_EQ(library.GetLastVOKError(nullptr), result);
-        EXPECT_EQ(script.Imbalance(), "");
+        script_.Forget();
+        script_.faults = {fault};
+        EXPECT_EQ(library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+        EXPECT_EQ(library_.GetLastVOKError(nullptr), result);
+        EXPECT_EQ(script_.Imbalance(), "");
     }
 }
 
 TEST_F(SessionTest, LoadsTheProviderOnceForAllOpenSessions) {
     SessionHandle* const first = Open();
     SessionHandle* const second = Open();
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 1u);
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 1u);
     Close(first);
     Close(Open());
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 1u);
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 1u);
     Close(second);
     Close(Open());
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 2u);
-    script.openResult = E_FAIL;
-    EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-    script.openResult = S_OK;
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 2u);
+    script_.openResult = E_FAIL;
+    EXPECT_EQ(library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+    script_.openResult = S_OK;
     Open();
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 4u) << "a failed open left the provider loaded";
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 4u) << "a failed open left the provider loaded";
 }
 
 // The module stays loaded after a refusal; the next session uses it without asking again, and unloads it at its end.
 TEST_F(SessionTest, ARefusedResourceModuleFailsOneOpen) {
-    script.resourceResult = E_ACCESSDENIED;
-    EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), E_FAIL);
-    EXPECT_EQ(script.CountOf("VOKOpen"), 0u);
+    script_.resourceResult = E_ACCESSDENIED;
+    EXPECT_EQ(library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), E_FAIL);
+    EXPECT_EQ(script_.CountOf("VOKOpen"), 0u);
     Close(Open());
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 1u);
-    EXPECT_EQ(library.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
-    EXPECT_EQ(script.CountOf("SetResourceDllHandle"), 2u);
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 1u);
+    EXPECT_EQ(library_.OpenAddressBook(nullptr, nullptr, 0, nullptr, 0, nullptr), nullptr);
+    EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 2u);
     Close(Open());
 }
 
@@ -114,7 +114,7 @@ TEST_F(SessionTest, DisablesTheTopLevelWindowDuringTheOpen) {
     const TestWindow pane(top.handle, WS_CHILD);
     const TestWindow control(pane.handle, WS_CHILD);
     bool topEnabled = true, paneEnabled = false;
-    script.during = [&](const std::string& function) {
+    script_.during = [&](const std::string& function) {
         if (function != "VOKOpen") return;
         topEnabled = IsWindowEnabled(top.handle) != FALSE;
         paneEnabled = IsWindowEnabled(pane.handle) != FALSE;
@@ -129,8 +129,8 @@ TEST_F(SessionTest, DisablesTheTopLevelWindowDuringTheOpen) {
     };
     for (const auto& each : cases) {
         EnableWindow(top.handle, each.enabledBefore);
-        script.openResult = each.result;
-        library.CloseAddressBook(library.OpenAddressBook(each.window, nullptr, 0, nullptr, 0, nullptr));
+        script_.openResult = each.result;
+        library_.CloseAddressBook(library_.OpenAddressBook(each.window, nullptr, 0, nullptr, 0, nullptr));
         EXPECT_EQ(topEnabled, each.enabledDuring);
         EXPECT_TRUE(paneEnabled);
         EXPECT_EQ(IsWindowEnabled(top.handle) != FALSE, each.enabledBefore);
@@ -138,68 +138,68 @@ TEST_F(SessionTest, DisablesTheTopLevelWindowDuringTheOpen) {
 }
 
 TEST_F(SessionTest, SelectionDialogsAnswerMinusOne) {
-    EXPECT_EQ(library.DisplayRecipSelect(), -1);
-    EXPECT_EQ(library.DisplayRecipSelectEx(), -1);
+    EXPECT_EQ(library_.DisplayRecipSelect(), -1);
+    EXPECT_EQ(library_.DisplayRecipSelectEx(), -1);
     using WithArguments = intptr_t(void*, intptr_t, const char*);
-    EXPECT_EQ(library.Find<WithArguments>("DisplayRecipSelectEx")(&library, 7, "text"), -1);
-    EXPECT_EQ(library.Find<void>("DisplayRecipSelect"), library.Find<void>("DisplayRecipSelectEx"));
+    EXPECT_EQ(library_.Find<WithArguments>("DisplayRecipSelectEx")(&library_, 7, "text"), -1);
+    EXPECT_EQ(library_.Find<void>("DisplayRecipSelect"), library_.Find<void>("DisplayRecipSelectEx"));
 }
 
 TEST_F(SessionTest, NullArgumentsFailAndChangeNothing) {
-    script.openResult = 3;
+    script_.openResult = 3;
     const std::vector<DestinationRecord> records = DestinationsOf({PersonRow("p", "Ada")});
     ASSERT_EQ(records.size(), 1u);
     const DestinationEntry entry = records[0].entry;
-    const AddressBookEntry book = ListBooks(session)[0].entry;
-    script.Forget();
+    const AddressBookEntry book = ListBooks(session_)[0].entry;
+    script_.Forget();
 
     uint32_t count = 99;
-    EXPECT_EQ(library.GetAddressBookList(nullptr, 0, nullptr, &count, nullptr), 0);
-    EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, nullptr, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationList(nullptr, 0, book, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationList(session, 0, nullptr, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationList(session, 0, book, nullptr, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationDetails(nullptr, entry, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationDetails(session, nullptr, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationDetails(session, entry, nullptr, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationsInGroup(nullptr, 0, entry, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationsInGroup(session, 0, nullptr, &count, nullptr), 0);
-    EXPECT_EQ(library.GetDestinationsInGroup(session, 0, entry, nullptr, nullptr), 0);
+    EXPECT_EQ(library_.GetAddressBookList(nullptr, 0, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetAddressBookList(session_, 0, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationList(nullptr, 0, book, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationList(session_, 0, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationList(session_, 0, book, nullptr, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationDetails(nullptr, entry, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationDetails(session_, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationDetails(session_, entry, nullptr, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationsInGroup(nullptr, 0, entry, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, nullptr, &count, nullptr), 0);
+    EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, entry, nullptr, nullptr), 0);
     EXPECT_EQ(count, 99u);
-    EXPECT_EQ(script.callCount, 0u);
-    EXPECT_EQ(library.GetLastVOKError(nullptr), 3);
+    EXPECT_EQ(script_.callCount, 0u);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), 3);
 }
 
 // A provider may run a message loop; what the caller does in it must not disturb the call under way.
 TEST_F(SessionTest, CallsFromInsideACallDoNotDisturbIt) {
     DestinationsOf({PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")}), GroupRow("g", "Group")});
-    script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"p"}};
-    const AddressBookEntry book = ListBooks(session)[0].entry;
-    const DestinationEntry group = ListDestinations(session, book)[1].entry;
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"p"}};
+    const AddressBookEntry book = ListBooks(session_)[0].entry;
+    const DestinationEntry group = ListDestinations(session_, book)[1].entry;
     SessionHandle* const other = Open();
     unsigned tried = 0;
-    script.during = [&](const std::string&) {
-        if (script.depth > 1) return;  // the calls made here call the provider, too
+    script_.during = [&](const std::string&) {
+        if (script_.depth > 1) return;  // the calls made here call the provider, too
         ++tried;
         uint32_t count = 0;
-        EXPECT_EQ(library.GetAddressBookList(session, 0, nullptr, &count, nullptr), 0);
-        EXPECT_EQ(library.GetDestinationList(session, 0, book, &count, nullptr), 0);
-        EXPECT_EQ(library.GetDestinationDetails(session, group, &count, nullptr), 0);
-        EXPECT_EQ(library.GetDestinationsInGroup(session, 0, group, &count, nullptr), 0);
-        EXPECT_EQ(library.CloseAddressBook(session), 1);
+        EXPECT_EQ(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr), 0);
+        EXPECT_EQ(library_.GetDestinationList(session_, 0, book, &count, nullptr), 0);
+        EXPECT_EQ(library_.GetDestinationDetails(session_, group, &count, nullptr), 0);
+        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 0);
+        EXPECT_EQ(library_.CloseAddressBook(session_), 1);
         EXPECT_EQ(count, 0u);
-        EXPECT_EQ(library.GetAddressBookList(other, 0, nullptr, &count, nullptr), 1);
+        EXPECT_EQ(library_.GetAddressBookList(other, 0, nullptr, &count, nullptr), 1);
         EXPECT_EQ(count, 1u);
-        EXPECT_EQ(library.CreateProfile(0, 0, "p", 0, nullptr, nullptr), 1);
-        EXPECT_EQ(library.CloseAddressBook(library.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr)), 1);
+        EXPECT_EQ(library_.CreateProfile(0, 0, "p", 0, nullptr, nullptr), 1);
+        EXPECT_EQ(library_.CloseAddressBook(library_.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr)), 1);
     };
-    EXPECT_EQ(ListMembers(session, group).size(), 1u);
-    EXPECT_EQ(Details(session, group), "");
-    EXPECT_EQ(ListDestinations(session, book).size(), 2u);
-    EXPECT_EQ(ListBooks(session).size(), 1u);
+    EXPECT_EQ(ListMembers(session_, group).size(), 1u);
+    EXPECT_EQ(Details(session_, group), "");
+    EXPECT_EQ(ListDestinations(session_, book).size(), 2u);
+    EXPECT_EQ(ListBooks(session_).size(), 1u);
     EXPECT_GT(tried, 20u);
     tried = 0;
-    Close(session);
+    Close(session_);
     EXPECT_EQ(tried, 2u) << "the releases of the session's two objects";
 }
 

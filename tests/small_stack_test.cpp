@@ -51,12 +51,12 @@ class SmallStackTest : public LibraryTest {};
 TEST_F(SmallStackTest, RunsEveryExport) {
     MakeScenario();
     std::string seen;
-    RunOnSmallStack([&] { seen = RunScenario(library); });
+    RunOnSmallStack([&] { seen = RunScenario(library_); });
     EXPECT_EQ(seen, undisturbedScenario);
 }
 
 TEST_F(SmallStackTest, ReadsInputOfAnySize) {
-    script.keepsCalls = false;
+    script_.keepsCalls = false;
     constexpr size_t depth = 5000;
     std::string parent;
     for (size_t i = 0; i <= depth; ++i) {
@@ -65,22 +65,22 @@ TEST_F(SmallStackTest, ReadsInputOfAnySize) {
         parent = id;
     }
     const std::string large(1 << 20, 'x');
-    script.entries["c0"].contents.rows = {PersonRow(large, large, {Text(PR_PRIMARY_FAX_NUMBER, large)}),
-                                          GroupRow("g", large)};
-    script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}};
-    script.entries["g"].members.assign(5000, "m");
-    script.entries["g"].contents.rows.assign(5000, PersonRow("m", "Member"));
-    script.entries["m"].properties = PersonRow("m", "Member", {Text(PR_PRIMARY_FAX_NUMBER, "1")});
+    script_.entries["c0"].contents.rows = {PersonRow(large, large, {Text(PR_PRIMARY_FAX_NUMBER, large)}),
+                                           GroupRow("g", large)};
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}};
+    script_.entries["g"].members.assign(5000, "m");
+    script_.entries["g"].contents.rows.assign(5000, PersonRow("m", "Member"));
+    script_.entries["m"].properties = PersonRow("m", "Member", {Text(PR_PRIMARY_FAX_NUMBER, "1")});
     RunOnSmallStack([&] {
-        session = Open();
-        const std::vector<AddressBookRecord> books = ListBooks(session);
-        EXPECT_EQ(ListBooks(session, books[0].entry).size(), depth);
-        const std::vector<DestinationRecord> destinations = ListDestinations(session, books[0].entry);
+        session_ = Open();
+        const std::vector<AddressBookRecord> books = ListBooks(session_);
+        EXPECT_EQ(ListBooks(session_, books[0].entry).size(), depth);
+        const std::vector<DestinationRecord> destinations = ListDestinations(session_, books[0].entry);
         ASSERT_EQ(destinations.size(), 2u);
-        EXPECT_GT(Details(session, destinations[0].entry).size(), 2 * large.size());
-        EXPECT_EQ(Details(session, destinations[1].entry).size(), 5000u * 8 - 2);
-        EXPECT_EQ(ListMembers(session, destinations[1].entry).size(), 5000u);
-        Close(session);
+        EXPECT_GT(Details(session_, destinations[0].entry).size(), 2 * large.size());
+        EXPECT_EQ(Details(session_, destinations[1].entry).size(), 5000u * 8 - 2);
+        EXPECT_EQ(ListMembers(session_, destinations[1].entry).size(), 5000u);
+        Close(session_);
     });
 }
 

@@ -7,7 +7,7 @@ class StringTableTest : public LibraryTest {
   protected:
     std::string Load(UINT id) const {
         char text[256];
-        const int length = LoadStringA(library.Handle(), id, text, sizeof text);
+        const int length = LoadStringA(library_.Handle(), id, text, sizeof text);
         return std::string(text, static_cast<size_t>(length));
     }
 };

@@ -91,7 +91,7 @@ TEST_F(TruncationTest, NamesKeepWholeCharacters) {
         EXPECT_TRUE(SameBytes(records[0], ExpectedNameOnly(records[0].entry, each.text.substr(0, each.kept))));
         EXPECT_TRUE(SameBytes(records[1], ExpectedGroup(records[1].entry, each.text.substr(0, each.kept))));
         // The details are not cut.
-        EXPECT_EQ(Details(session, records[0].entry), each.text + "\r\nNo Fax Number");
+        EXPECT_EQ(Details(session_, records[0].entry), each.text + "\r\nNo Fax Number");
     }
 }
 
@@ -153,15 +153,15 @@ TEST_F(TruncationTest, FieldsOfDestinationsAreCutAtTheirLimits) {
 TEST_F(TruncationTest, FieldsOfMembersKeepWholeCharacters) {
     const Crossing name = CrossAt(85), number = CrossAt(45), extended = CrossAt(120), company = CrossAt(40),
                    attribute = CrossAt(20);
-    script.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"m"}};
-    script.entries["m"].properties =
+    script_.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"m"}};
+    script_.entries["m"].properties =
         PersonRow("m", name.text,
                   {Text(PR_BUSINESS_FAX_NUMBER, number.text), Text(PR_HOME_FAX_NUMBER, number.text),
                    Text(PR_VOK_BUSINESS_FAX_ATTR1, attribute.text), Text(PR_VOK_HOME_FAX_ATTR3, attribute.text),
                    Text(PR_VOK_EXTENDED_FAX, extended.text), Text(PR_VOK_EXTENDED_FAX_ATTR2, attribute.text),
                    Text(PR_COMPANY_NAME, company.text), Text(PR_DEPARTMENT_NAME, company.text)});
     const DestinationEntry group = DestinationsOf({GroupRow("g", "G")})[0].entry;
-    const auto records = ListMembers(session, group);
+    const auto records = ListMembers(session_, group);
     ASSERT_EQ(records.size(), 1u);
     GroupMemberRecord expected = ExpectedMember(0, name.whole, number.whole);
     Put(expected.homeFax, number.whole);

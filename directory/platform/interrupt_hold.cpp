@@ -37,11 +37,11 @@ InterruptHold::InterruptHold() {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
-    pthread_sigmask(SIG_BLOCK, &signals, &before);
+    pthread_sigmask(SIG_BLOCK, &signals, &before_);
 }
 
 InterruptHold::~InterruptHold() {
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
 #endif

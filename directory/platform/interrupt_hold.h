@@ -16,6 +16,6 @@ class InterruptHold {
 
 #ifndef _WIN32
   private:
-    sigset_t before = {};
+    sigset_t before_ = {};
 #endif
 };

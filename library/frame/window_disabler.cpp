@@ -5,9 +5,9 @@ WindowDisabler::WindowDisabler(HWND window) {
     while (window != nullptr && (GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD) != 0) window = GetParent(window);
     if (window == nullptr || !IsWindowEnabled(window)) return;
     EnableWindow(window, FALSE);
-    disabled = window;
+    disabled_ = window;
 }
 
 WindowDisabler::~WindowDisabler() {
-    if (disabled != nullptr) EnableWindow(disabled, TRUE);
+    if (disabled_ != nullptr) EnableWindow(disabled_, TRUE);
 }

@@ -13,5 +13,5 @@ class WindowDisabler {
     ~WindowDisabler();
 
   private:
-    HWND disabled = nullptr;
+    HWND disabled_ = nullptr;
 };

@@ -74,20 +74,20 @@ constexpr ULONG GetTag(ContentsColumn column) {
 // One row of a contents table, or one recipient of an expanded group.
 class ContentsRow {
   public:
-    explicit ContentsRow(const PropertyValues& rowValues) : values(rowValues) {}
+    explicit ContentsRow(const PropertyValues& rowValues) : values_(rowValues) {}
 
     const char* GetString(ContentsColumn column) const {
-        return GetColumnString(values, static_cast<ULONG>(column), GetTag(column));
+        return GetColumnString(values_, static_cast<ULONG>(column), GetTag(column));
     }
     uint16_t GetShort(ContentsColumn column) const {
-        return GetColumnShort(values, static_cast<ULONG>(column), GetTag(column));
+        return GetColumnShort(values_, static_cast<ULONG>(column), GetTag(column));
     }
     // MAPI_MAILUSER, MAPI_DISTLIST or another value.
-    uint32_t GetObjectType() const { return ::GetObjectType(values, static_cast<ULONG>(ContentsColumn::ObjectType)); }
+    uint32_t GetObjectType() const { return ::GetObjectType(values_, static_cast<ULONG>(ContentsColumn::ObjectType)); }
     // The value of PR_ENTRYID's position, whatever its tag; may be null.
-    const SPropValue* GetEntryId() const { return values.At(static_cast<ULONG>(ContentsColumn::EntryId)); }
-    bool IsError(ContentsColumn column) const { return ::IsError(values, static_cast<ULONG>(column)); }
+    const SPropValue* GetEntryId() const { return values_.At(static_cast<ULONG>(ContentsColumn::EntryId)); }
+    bool IsError(ContentsColumn column) const { return ::IsError(values_, static_cast<ULONG>(column)); }
 
   private:
-    PropertyValues values;
+    PropertyValues values_;
 };

@@ -22,10 +22,10 @@ constexpr PropTagArray<1> PlainNameTags{.aulPropTag = {PR_ORIGINAL_DISPLAY_NAME}
 class ContentsReader {
   public:
     ContentsReader(QueryContext& queryContext, DestinationList& destinations)
-        : context(queryContext),
-          list(destinations),
-          opener(queryContext.session->addressBook.Get()),
-          support(queryContext.session->support.Get()) {}
+        : context_(queryContext),
+          list_(destinations),
+          opener_(queryContext.session->addressBook.Get()),
+          support_(queryContext.session->support.Get()) {}
 
     void Read(const EntryId* containerId);
 
@@ -39,34 +39,34 @@ class ContentsReader {
     void ReadNumberInAddress(const ContentsRow& row, CUserDetails& details);
     void SetFaxNumber(CUserDetails& details, FaxKind kind, CString number);
 
-    CString Copy(const char* text) { return CString(list.blocks, text); }
+    CString Copy(const char* text) { return CString(list_.blocks, text); }
     CString Copy(const ContentsRow& row, ContentsColumn column) { return Copy(row.GetString(column)); }
     // The person's own companions, made when the first one is there.
     CUserCompanions& Companions(CUserDetails& details) {
-        if (companions == nullptr) details.companions = companions = list.blocks.Create<CUserCompanions>();
-        return *companions;
+        if (companions_ == nullptr) details.companions = companions_ = list_.blocks.Create<CUserCompanions>();
+        return *companions_;
     }
     void CopyCompanion(CUserDetails& details, CString CUserCompanions::*companion, const char* text) {
         if (*text != '\0') Companions(details).*companion = Copy(text);
     }
     void CopyCompanions(const ContentsRow& row, CUserDetails& details);
 
-    QueryContext& context;
-    DestinationList& list;
-    EntryOpener opener;
-    SessionSupport* support;
-    CUserCompanions* companions = nullptr;       // of the person that is read
-    std::optional<FaxEntryTexts> faxEntryTexts;  // when the table is read as fax entries
+    QueryContext& context_;
+    DestinationList& list_;
+    EntryOpener opener_;
+    SessionSupport* support_;
+    CUserCompanions* companions_ = nullptr;       // of the person that is read
+    std::optional<FaxEntryTexts> faxEntryTexts_;  // when the table is read as fax entries
 };
 
 void ContentsReader::Read(const EntryId* containerId) {
-    const Held<IABContainer> container = opener.OpenContainer(GetBytes(containerId));
+    const Held<IABContainer> container = opener_.OpenContainer(GetBytes(containerId));
     if (!container) return;
     Held<IMAPITable> table;
     const HRESULT style = container->GetContentsTable(0, table.Receive());
     if (FAILED(style) || !table) return;
-    context.contentsStyle = static_cast<uint32_t>(style);
-    if (context.contentsStyle == contentsStyleFaxEntries) faxEntryTexts.emplace();
+    context_.contentsStyle = static_cast<uint32_t>(style);
+    if (context_.contentsStyle == contentsStyleFaxEntries) faxEntryTexts_.emplace();
 
     TableCursor rows(std::move(table), ContentsColumns.Get());
     while (const std::optional<PropertyValues> values = rows.Next()) {
@@ -83,25 +83,25 @@ void ContentsReader::Read(const EntryId* containerId) {
 }
 
 void ContentsReader::AddUser(const ContentsRow& row) {
-    CUserDetails* details = list.blocks.Create<CUserDetails>();
-    companions = nullptr;
+    CUserDetails* details = list_.blocks.Create<CUserDetails>();
+    companions_ = nullptr;
     FillUserDetails(row, *details);
-    list.AddTail(details);
-    list.recordCount += CountRecords(*details);
+    list_.AddTail(details);
+    list_.recordCount += CountRecords(*details);
 }
 
 void ContentsReader::AddDistributionList(const ContentsRow& row) {
-    CDistributionListDetails* details = list.blocks.Create<CDistributionListDetails>();
+    CDistributionListDetails* details = list_.blocks.Create<CDistributionListDetails>();
     details->name = Copy(row, ContentsColumn::DisplayName);
     details->extraText = Copy(row, ContentsColumn::ExtraText);
     details->comment = Copy(row, ContentsColumn::Comment);
-    SetEntryId(*details, list.blocks, row.GetEntryId(), PR_ENTRYID);
-    list.AddTail(details);
-    list.recordCount += 1;
+    SetEntryId(*details, list_.blocks, row.GetEntryId(), PR_ENTRYID);
+    list_.AddTail(details);
+    list_.recordCount += 1;
 }
 
 void ContentsReader::FillUserDetails(const ContentsRow& row, CUserDetails& details) {
-    SetEntryId(details, list.blocks, row.GetEntryId(), PR_ENTRYID);
+    SetEntryId(details, list_.blocks, row.GetEntryId(), PR_ENTRYID);
     if (!ReadMissingProperties(row, details)) {
         details.comment = Copy(row, ContentsColumn::Comment);
         details.company = Copy(row, ContentsColumn::CompanyName);
@@ -109,7 +109,7 @@ void ContentsReader::FillUserDetails(const ContentsRow& row, CUserDetails& detai
         CopyCompanion(details, &CUserCompanions::userExtraText, row.GetString(ContentsColumn::ExtraText));
         CopyCompanion(details, &CUserCompanions::extraShortText, row.GetString(ContentsColumn::ExtraShortText));
     }
-    if (faxEntryTexts) {
+    if (faxEntryTexts_) {
         ReadFaxEntry(row, details);
     } else {
         details.name = Copy(row, ContentsColumn::DisplayName);
@@ -123,7 +123,7 @@ bool ContentsReader::ReadMissingProperties(const ContentsRow& row, CUserDetails&
     const bool missing = row.IsError(ContentsColumn::CompanyName) || row.IsError(ContentsColumn::DepartmentName) ||
                          row.IsError(ContentsColumn::Comment);
     if (!missing) return false;
-    const EntryProperties properties(opener, support, GetBytes(details.entryId), MissingPropertyTags.Get());
+    const EntryProperties properties(opener_, support_, GetBytes(details.entryId), MissingPropertyTags.Get());
     const std::optional<PropertyValues> values = properties.GetValues();
     if (!values) return false;
     const auto get = [&](MissingProperty property) {
@@ -176,13 +176,13 @@ void ContentsReader::CopyCompanions(const ContentsRow& row, CUserDetails& detail
 // The fax-entry reading: an entry of address type "FAX" is one number, which stands in its address.
 void ContentsReader::ReadFaxEntry(const ContentsRow& row, CUserDetails& details) {
     const std::string_view addressType = row.GetString(ContentsColumn::AddrType);
-    if (faxEntryTexts->IsFax(addressType)) {
+    if (faxEntryTexts_->IsFax(addressType)) {
         ReadNumberInAddress(row, details);
         return;
     }
     details.name = Copy(row, ContentsColumn::DisplayName);
     details.primaryFax = Copy(row, ContentsColumn::PrimaryFaxNumber);
-    const bool contact = faxEntryTexts->IsSmtp(addressType) || addressType.empty();
+    const bool contact = faxEntryTexts_->IsSmtp(addressType) || addressType.empty();
     if (contact && *row.GetString(ContentsColumn::OriginalDisplayName) == '\0') {
         details.businessFax = Copy(row, ContentsColumn::BusinessFaxNumber);
         details.homeFax = Copy(row, ContentsColumn::HomeFaxNumber);
@@ -192,7 +192,7 @@ void ContentsReader::ReadFaxEntry(const ContentsRow& row, CUserDetails& details)
 // The plain name is known to the entry only; without it there is no telling where in the address the number begins.
 void ContentsReader::ReadNumberInAddress(const ContentsRow& row, CUserDetails& details) {
     const char* displayName = row.GetString(ContentsColumn::DisplayName);
-    const EntryProperties properties(opener, support, GetBytes(details.entryId), PlainNameTags.Get());
+    const EntryProperties properties(opener_, support_, GetBytes(details.entryId), PlainNameTags.Get());
     const std::optional<PropertyValues> values = properties.GetValues();
     if (!values) {
         details.name = Copy(displayName);
@@ -201,8 +201,8 @@ void ContentsReader::ReadNumberInAddress(const ContentsRow& row, CUserDetails& d
     details.name = Copy(GetColumnString(*values, 0, PR_ORIGINAL_DISPLAY_NAME));
     const std::string_view number =
         GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), details.name.View());
-    const FaxKind suffixKind = faxEntryTexts->GetFaxKindFromName(displayName);
-    SetFaxNumber(details, suffixKind == FaxKind::None ? FaxKind::Primary : suffixKind, CString(list.blocks, number));
+    const FaxKind suffixKind = faxEntryTexts_->GetFaxKindFromName(displayName);
+    SetFaxNumber(details, suffixKind == FaxKind::None ? FaxKind::Primary : suffixKind, CString(list_.blocks, number));
 }
 
 void ContentsReader::SetFaxNumber(CUserDetails& details, FaxKind kind, CString number) {

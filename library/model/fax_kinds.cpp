@@ -21,18 +21,18 @@ constexpr SuffixRange suffixRanges[] = {
 
 }  // namespace
 
-FaxEntryTexts::FaxEntryTexts() : fax(LoadLibraryString(IDS_FAX)), smtp(LoadLibraryString(IDS_SMTP)) {
+FaxEntryTexts::FaxEntryTexts() : fax_(LoadLibraryString(IDS_FAX)), smtp_(LoadLibraryString(IDS_SMTP)) {
     for (const SuffixRange& range : suffixRanges) {
         for (UINT id = range.first; id < range.first + idsInRange; ++id) {
             std::string text = LoadLibraryString(id);
             if (text.empty()) break;
-            suffixes.push_back({std::move(text), range.kind});
+            suffixes_.push_back({std::move(text), range.kind});
         }
     }
 }
 
 FaxKind FaxEntryTexts::GetFaxKindFromName(std::string_view name) const {
-    for (const Suffix& suffix : suffixes)
+    for (const Suffix& suffix : suffixes_)
         if (name.ends_with(suffix.text)) return suffix.kind;
     return FaxKind::None;
 }

@@ -43,17 +43,17 @@ class FaxEntryTexts {
     // The kind that the suffix of a display name tells; None without one. Exact: letter case and blanks count.
     FaxKind GetFaxKindFromName(std::string_view name) const;
 
-    bool IsFax(std::string_view addressType) const { return addressType == fax; }
-    bool IsSmtp(std::string_view addressType) const { return addressType == smtp; }
+    bool IsFax(std::string_view addressType) const { return addressType == fax_; }
+    bool IsSmtp(std::string_view addressType) const { return addressType == smtp_; }
 
   private:
     struct Suffix {
         std::string text;
         FaxKind kind;
     };
-    std::string fax;
-    std::string smtp;
-    std::vector<Suffix> suffixes;
+    std::string fax_;
+    std::string smtp_;
+    std::vector<Suffix> suffixes_;
 };
 
 // The number inside the e-mail address of a fax entry, which is the entry's plain name, one separator byte and the

@@ -12,7 +12,7 @@ bool HasTables(ULONG type) {
 Held<IABContainer> EntryOpener::OpenRoot() {
     Held<IABContainer> root;
     ULONG type = 0;
-    if (FAILED(addressBook->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown())) || !HasTables(type))
+    if (FAILED(addressBook_->OpenEntry(0, nullptr, nullptr, 0, &type, root.ReceiveUnknown())) || !HasTables(type))
         root.Release();
     return root;
 }
@@ -33,6 +33,6 @@ Held<IMAPIProp> EntryOpener::OpenEntry(std::string_view identifier) {
 
 bool EntryOpener::Open(std::string_view identifier, ULONG& type, IUnknown** entry) {
     if (identifier.empty()) return false;
-    copy.assign(identifier.begin(), identifier.end());
-    return SUCCEEDED(addressBook->OpenEntry(static_cast<ULONG>(copy.size()), copy.data(), nullptr, 0, &type, entry));
+    copy_.assign(identifier.begin(), identifier.end());
+    return SUCCEEDED(addressBook_->OpenEntry(static_cast<ULONG>(copy_.size()), copy_.data(), nullptr, 0, &type, entry));
 }

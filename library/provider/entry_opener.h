@@ -10,7 +10,7 @@
 // of the interface; a provider that tells no type is believed.
 class EntryOpener {
   public:
-    explicit EntryOpener(IAddrBook* theAddressBook) : addressBook(theAddressBook) {}
+    explicit EntryOpener(IAddrBook* theAddressBook) : addressBook_(theAddressBook) {}
 
     // The root container, or nothing.
     Held<IABContainer> OpenRoot();
@@ -24,7 +24,7 @@ class EntryOpener {
   private:
     bool Open(std::string_view identifier, ULONG& type, IUnknown** entry);
 
-    IAddrBook* addressBook;
+    IAddrBook* addressBook_;
     // What the provider gets is a copy, aligned as for any type, that it may even write to.
-    std::vector<BYTE> copy;
+    std::vector<BYTE> copy_;
 };

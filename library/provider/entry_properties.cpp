@@ -3,13 +3,13 @@
 
 EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
                                  const SPropTagArray* tags)
-    : properties(support) {
-    entry = opener.OpenEntry(identifier);
-    if (!entry) return;
-    succeeded = SUCCEEDED(entry->GetProps(tags, 0, &properties.count, &properties.values));
+    : properties_(support) {
+    entry_ = opener.OpenEntry(identifier);
+    if (!entry_) return;
+    succeeded_ = SUCCEEDED(entry_->GetProps(tags, 0, &properties_.count, &properties_.values));
 }
 
 std::optional<PropertyValues> EntryProperties::GetValues() const {
-    if (!succeeded || properties.values == nullptr) return std::nullopt;
-    return PropertyValues(properties.values, properties.count);
+    if (!succeeded_ || properties_.values == nullptr) return std::nullopt;
+    return PropertyValues(properties_.values, properties_.count);
 }

@@ -17,7 +17,7 @@ class EntryProperties {
 
   private:
     // The values go back before the entry is released.
-    Held<IMAPIProp> entry;
-    HeldProperties properties;
-    bool succeeded = false;
+    Held<IMAPIProp> entry_;
+    HeldProperties properties_;
+    bool succeeded_ = false;
 };

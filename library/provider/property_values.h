@@ -9,12 +9,12 @@
 
 struct PropertyValues {
     PropertyValues(const SPropValue* theValues, ULONG theCount)
-        : values(theValues), count(theValues != nullptr ? theCount : 0) {}
+        : values_(theValues), count_(theValues != nullptr ? theCount : 0) {}
     explicit PropertyValues(const SRow& row) : PropertyValues(row.lpProps, row.cValues) {}
     explicit PropertyValues(const ADRENTRY& recipient) : PropertyValues(recipient.rgPropVals, recipient.cValues) {}
 
     // The value at a position whatever its tag, or null beyond the end.
-    const SPropValue* At(ULONG column) const { return column < count ? values + column : nullptr; }
+    const SPropValue* At(ULONG column) const { return column < count_ ? values_ + column : nullptr; }
 
     // The value at a position if it carries the tag, else null.
     const SPropValue* Find(ULONG column, ULONG tag) const {
@@ -23,8 +23,8 @@ struct PropertyValues {
     }
 
   private:
-    const SPropValue* values;
-    ULONG count;
+    const SPropValue* values_;
+    ULONG count_;
 };
 
 // The text of a string value; empty when missing or null. Never null; the bytes are the provider's.

@@ -26,9 +26,9 @@ class TableCursor {
   private:
     bool FetchBatch();
 
-    Held<IMAPITable> table;
-    HeldRows rows;
-    ULONG nextRow = 0;    // in rows
-    ULONG batchSize = 0;  // asked for every time; 0: the cursor is empty
-    ULONG remaining = 0;  // rows that the table still has, by its count
+    Held<IMAPITable> table_;
+    HeldRows rows_;
+    ULONG nextRow_ = 0;    // in rows
+    ULONG batchSize_ = 0;  // asked for every time; 0: the cursor is empty
+    ULONG remaining_ = 0;  // rows that the table still has, by its count
 };

@@ -17,22 +17,22 @@ constexpr TextField serviceNameField = TEXT_FIELD(AddressBookRecord, serviceName
 class RecordArray {
   public:
     RecordArray(const RecordListDescriptor& records, uint32_t theCapacity)
-        : storage(reinterpret_cast<uintptr_t>(records.recordStorage)),
-          distance(records.recordSize),
-          capacity(theCapacity) {}
+        : storage_(reinterpret_cast<uintptr_t>(records.recordStorage)),
+          distance_(records.recordSize),
+          capacity_(theCapacity) {}
 
     // The address of a record; null when the caller has no such record.
     AddressBookRecord* Find(uint32_t index) const {
-        return index < capacity && storage != 0 ? GetAddress(index) : nullptr;
+        return index < capacity_ && storage_ != 0 ? GetAddress(index) : nullptr;
     }
     AddressBookRecord* GetAddress(uint32_t index) const {
-        return reinterpret_cast<AddressBookRecord*>(storage + static_cast<uintptr_t>(index * distance));
+        return reinterpret_cast<AddressBookRecord*>(storage_ + static_cast<uintptr_t>(index * distance_));
     }
 
   private:
-    uintptr_t storage;
-    intptr_t distance;
-    uint32_t capacity;
+    uintptr_t storage_;
+    intptr_t distance_;
+    uint32_t capacity_;
 };
 
 void WriteEntry(const RecordWriter& writer, const AddressBookRecord* parent, const CBaseEntry& entry) {

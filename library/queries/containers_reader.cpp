@@ -12,7 +12,9 @@ namespace {
 class ContainersReader {
   public:
     ContainersReader(QueryContext& context, CObList& theChildren)
-        : blocks(context.addressBookTree->blocks), children(theChildren), opener(context.session->addressBook.Get()) {}
+        : blocks_(context.addressBookTree->blocks),
+          children_(theChildren),
+          opener_(context.session->addressBook.Get()) {}
 
     void Read(const CAddressBookEntry& book);
 
@@ -28,27 +30,27 @@ class ContainersReader {
     void Enter(const EntryId* entryId, const CContainerEntry* entry);
     void Leave();
 
-    MemoryBlocks& blocks;
-    CObList& children;
-    EntryOpener opener;
-    std::vector<Level> path;                               // from the address book down
-    std::unordered_set<std::string_view> openIdentifiers;  // of the containers on the path
+    MemoryBlocks& blocks_;
+    CObList& children_;
+    EntryOpener opener_;
+    std::vector<Level> path_;                               // from the address book down
+    std::unordered_set<std::string_view> openIdentifiers_;  // of the containers on the path
 };
 
 void ContainersReader::Read(const CAddressBookEntry& book) {
     Enter(book.entryId, nullptr);
-    while (!path.empty()) {
+    while (!path_.empty()) {
         std::optional<PropertyValues> values;
-        if (children.GetCount() < mostContainers) values = path.back().rows.Next();
+        if (children_.GetCount() < mostContainers) values = path_.back().rows.Next();
         if (!values) {
             Leave();
             continue;
         }
         const HierarchyRow row(*values);
-        CContainerEntry* entry = blocks.Create<CContainerEntry>(
-            CString(blocks, row.GetString(HierarchyColumn::DisplayName)), path.back().entry, children.GetCount());
-        children.AddTail(entry);
-        SetEntryId(*entry, blocks, row.GetEntryId(), PR_ENTRYID);
+        CContainerEntry* entry = blocks_.Create<CContainerEntry>(
+            CString(blocks_, row.GetString(HierarchyColumn::DisplayName)), path_.back().entry, children_.GetCount());
+        children_.AddTail(entry);
+        SetEntryId(*entry, blocks_, row.GetEntryId(), PR_ENTRYID);
         Enter(entry->entryId, entry);
     }
 }
@@ -56,17 +58,17 @@ void ContainersReader::Read(const CAddressBookEntry& book) {
 // A container that is open already is not entered again: a hierarchy that refers back to an ancestor ends there.
 void ContainersReader::Enter(const EntryId* entryId, const CContainerEntry* entry) {
     const std::string_view identifier = GetBytes(entryId);
-    if (openIdentifiers.contains(identifier)) return;
-    Held<IABContainer> container = opener.OpenContainer(identifier);
+    if (openIdentifiers_.contains(identifier)) return;
+    Held<IABContainer> container = opener_.OpenContainer(identifier);
     if (!container) return;
-    openIdentifiers.insert(identifier);
+    openIdentifiers_.insert(identifier);
     TableCursor rows = ReadHierarchy(container);
-    path.push_back({entry, identifier, std::move(container), std::move(rows)});
+    path_.push_back({entry, identifier, std::move(container), std::move(rows)});
 }
 
 void ContainersReader::Leave() {
-    openIdentifiers.erase(path.back().identifier);
-    path.pop_back();
+    openIdentifiers_.erase(path_.back().identifier);
+    path_.pop_back();
 }
 
 }  // namespace

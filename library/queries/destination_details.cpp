@@ -12,16 +12,16 @@ namespace {
 // Adds to the details text, line by line, with separators between lines only.
 class DetailsLines {
   public:
-    explicit DetailsLines(std::string& detailsText) : text(detailsText) {}
+    explicit DetailsLines(std::string& detailsText) : text_(detailsText) {}
 
     // Room for that many lines of that many bytes in all, so that a long text is not copied while it grows.
-    void Reserve(size_t lines, size_t bytes) { text.reserve(bytes + lines * lineSeparator.size()); }
+    void Reserve(size_t lines, size_t bytes) { text_.reserve(bytes + lines * lineSeparator.size()); }
 
     // An empty line is left out.
     void AddLine(std::string_view line) {
         if (line.empty()) return;
-        if (!text.empty()) text += lineSeparator;
-        text += line;
+        if (!text_.empty()) text_ += lineSeparator;
+        text_ += line;
     }
 
     // Left out when either is empty.
@@ -29,12 +29,12 @@ class DetailsLines {
         const std::string label = LoadLibraryString(labelId);
         if (number.empty() || label.empty()) return;
         AddLine(number);
-        text += ' ';
-        text += label;
+        text_ += ' ';
+        text_ += label;
     }
 
   private:
-    std::string& text;
+    std::string& text_;
 };
 
 struct FaxLine {

@@ -24,18 +24,18 @@ constexpr TextField extraShortTextField = TEXT_FIELD(DestinationRecord, extraSho
 class RecordAddresses {
   public:
     RecordAddresses(const RecordListDescriptor& records, uint32_t capacity)
-        : next(static_cast<void* const*>(records.recordStorage)), left(next != nullptr ? capacity : 0) {}
+        : next_(static_cast<void* const*>(records.recordStorage)), left_(next_ != nullptr ? capacity : 0) {}
 
     // The next record; null when the caller has no further one.
     void* Take() {
-        if (left == 0) return nullptr;
-        --left;
-        return *next++;
+        if (left_ == 0) return nullptr;
+        --left_;
+        return *next_++;
     }
 
   private:
-    void* const* next;
-    uint32_t left;
+    void* const* next_;
+    uint32_t left_;
 };
 
 void WriteType(const RecordWriter& writer, uint16_t type, const CEntryDetails& details) {

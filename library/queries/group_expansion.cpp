@@ -61,27 +61,27 @@ struct MemberDetails {
 class MemberWriter {
   public:
     MemberWriter(const RecordListDescriptor& records, uint32_t capacity, uint32_t style)
-        : storage(static_cast<char*>(records.recordStorage)),
-          left(storage != nullptr ? capacity : 0),
-          contentsStyle(style) {}
+        : storage_(static_cast<char*>(records.recordStorage)),
+          left_(storage_ != nullptr ? capacity : 0),
+          contentsStyle_(style) {}
 
     void Write(const MemberDetails& member);
-    bool HasOverflowed() const { return overflowed; }
+    bool HasOverflowed() const { return overflowed_; }
 
   private:
-    char* storage;
-    uint32_t left;
-    uint32_t contentsStyle;
-    bool overflowed = false;
+    char* storage_;
+    uint32_t left_;
+    uint32_t contentsStyle_;
+    bool overflowed_ = false;
 };
 
 void MemberWriter::Write(const MemberDetails& member) {
-    overflowed = overflowed || left == 0;
-    if (overflowed) return;
-    const RecordWriter writer(storage);
-    storage += sizeof(GroupMemberRecord);
-    --left;
-    writer.PutValue(offsetof(GroupMemberRecord, contentsStyle), contentsStyle);
+    overflowed_ = overflowed_ || left_ == 0;
+    if (overflowed_) return;
+    const RecordWriter writer(storage_);
+    storage_ += sizeof(GroupMemberRecord);
+    --left_;
+    writer.PutValue(offsetof(GroupMemberRecord, contentsStyle), contentsStyle_);
     writer.PutText(nameField, member.name);
     writer.PutText(companyField, member.company);
     writer.PutText(departmentField, member.department);

@@ -12,20 +12,20 @@ inline constexpr PropTagArray<static_cast<ULONG>(HierarchyColumn::Count)> Hierar
 // One row of a hierarchy table.
 class HierarchyRow {
   public:
-    explicit HierarchyRow(const PropertyValues& rowValues) : values(rowValues) {}
+    explicit HierarchyRow(const PropertyValues& rowValues) : values_(rowValues) {}
 
     const char* GetString(HierarchyColumn column) const {
-        return GetColumnString(values, static_cast<ULONG>(column), GetTag(column));
+        return GetColumnString(values_, static_cast<ULONG>(column), GetTag(column));
     }
     uint32_t GetLong(HierarchyColumn column) const {
-        return GetColumnLong(values, static_cast<ULONG>(column), GetTag(column));
+        return GetColumnLong(values_, static_cast<ULONG>(column), GetTag(column));
     }
     // The value of PR_ENTRYID's position, whatever its tag; may be null.
-    const SPropValue* GetEntryId() const { return values.At(static_cast<ULONG>(HierarchyColumn::EntryId)); }
+    const SPropValue* GetEntryId() const { return values_.At(static_cast<ULONG>(HierarchyColumn::EntryId)); }
 
   private:
     static constexpr ULONG GetTag(HierarchyColumn column) {
         return HierarchyColumns.aulPropTag[static_cast<ULONG>(column)];
     }
-    PropertyValues values;
+    PropertyValues values_;
 };

@@ -29,20 +29,20 @@ struct TextField {
 
 class RecordWriter {
   public:
-    explicit RecordWriter(void* callersRecord) : record(static_cast<char*>(callersRecord)) {}
+    explicit RecordWriter(void* callersRecord) : record_(static_cast<char*>(callersRecord)) {}
 
     void PutText(const TextField& field, std::string_view text) const {
         if (text.size() > field.limit)
             text = field.cut == Cut::Bytes ? text.substr(0, field.limit) : TruncateText(text, field.limit);
-        text.copy(record + field.offset, text.size());
-        record[field.offset + text.size()] = '\0';
+        text.copy(record_ + field.offset, text.size());
+        record_[field.offset + text.size()] = '\0';
     }
 
     template <class Value>
     void PutValue(size_t offset, Value value) const {
-        std::memcpy(record + offset, &value, sizeof value);
+        std::memcpy(record_ + offset, &value, sizeof value);
     }
 
   private:
-    char* record;
+    char* record_;
 };

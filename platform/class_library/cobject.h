@@ -12,13 +12,13 @@ struct CObject {
 class CObList {
   public:
     void AddTail(CObject* object) {
-        (tail != nullptr ? tail->nextInList : head) = object;
-        tail = object;
-        ++count;
+        (tail_ != nullptr ? tail_->nextInList : head_) = object;
+        tail_ = object;
+        ++count_;
     }
 
-    bool IsEmpty() const { return head == nullptr; }
-    uint32_t GetCount() const { return count; }
+    bool IsEmpty() const { return head_ == nullptr; }
+    uint32_t GetCount() const { return count_; }
 
     // for (const T& object : list.Each<T>()): every object, in the order of adding; all must be of class T.
     template <class T>
@@ -37,11 +37,11 @@ class CObList {
             Iterator begin() const { return {first}; }
             Iterator end() const { return {nullptr}; }
         };
-        return Range{head};
+        return Range{head_};
     }
 
   private:
-    CObject* head = nullptr;
-    CObject* tail = nullptr;
-    uint32_t count = 0;
+    CObject* head_ = nullptr;
+    CObject* tail_ = nullptr;
+    uint32_t count_ = 0;
 };

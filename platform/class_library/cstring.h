@@ -24,21 +24,21 @@ class CString {
             std::min<size_t>(source.size(), std::numeric_limits<uint32_t>::max() - sizeof length - 1));
         char* bytes = blocks.AllocateBytes(sizeof length + length + 1);
         std::memcpy(bytes, &length, sizeof length);
-        text = bytes + sizeof length;
+        text_ = bytes + sizeof length;
         std::memcpy(bytes + sizeof length, source.data(), length);
         bytes[sizeof length + length] = '\0';
     }
 
-    bool IsEmpty() const { return text == nullptr; }
+    bool IsEmpty() const { return text_ == nullptr; }
 
     // The bytes without the NUL, which stands right after them.
     std::string_view View() const {
-        if (text == nullptr) return "";
+        if (text_ == nullptr) return "";
         uint32_t length;
-        std::memcpy(&length, text - sizeof length, sizeof length);
-        return {text, length};
+        std::memcpy(&length, text_ - sizeof length, sizeof length);
+        return {text_, length};
     }
 
   private:
-    const char* text = nullptr;
+    const char* text_ = nullptr;
 };

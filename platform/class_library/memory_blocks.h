@@ -28,8 +28,8 @@ class MemoryBlocks {
 
     // Bytes of any alignment. Throws std::bad_alloc.
     char* AllocateBytes(size_t size) {
-        if (current == nullptr || static_cast<size_t>(current->high - current->low) < size) EnterBlockFor(size);
-        return current->high -= size;
+        if (current_ == nullptr || static_cast<size_t>(current_->high - current_->low) < size) EnterBlockFor(size);
+        return current_->high -= size;
     }
 
     // Ends everything given out. The blocks are kept for what comes next.
@@ -56,28 +56,28 @@ class MemoryBlocks {
 
     void* AllocateObject(size_t size) {
         size = (size + objectAlignment - 1) & ~(objectAlignment - 1);
-        if (current == nullptr || static_cast<size_t>(current->high - current->low) < size) EnterBlockFor(size);
-        return std::exchange(current->low, current->low + size);
+        if (current_ == nullptr || static_cast<size_t>(current_->high - current_->low) < size) EnterBlockFor(size);
+        return std::exchange(current_->low, current_->low + size);
     }
     void EnterBlockFor(size_t size);
     static void Empty(Block* block);
 
-    Block* first = nullptr;
-    Block* current = nullptr;  // the block in use; those after it are empty
+    Block* first_ = nullptr;
+    Block* current_ = nullptr;  // the block in use; those after it are empty
 };
 
 // Ends what was given out since its construction unless Keep is called: nothing half-built outlives an exception.
 class MemoryRollback {
   public:
-    explicit MemoryRollback(MemoryBlocks& theBlocks) : blocks(&theBlocks), mark(theBlocks.GetMark()) {}
+    explicit MemoryRollback(MemoryBlocks& theBlocks) : blocks_(&theBlocks), mark_(theBlocks.GetMark()) {}
     MemoryRollback(const MemoryRollback&) = delete;
     MemoryRollback& operator=(const MemoryRollback&) = delete;
     ~MemoryRollback() {
-        if (blocks != nullptr) blocks->Rewind(mark);
+        if (blocks_ != nullptr) blocks_->Rewind(mark_);
     }
-    void Keep() { blocks = nullptr; }
+    void Keep() { blocks_ = nullptr; }
 
   private:
-    MemoryBlocks* blocks;
-    MemoryBlocks::Mark mark;
+    MemoryBlocks* blocks_;
+    MemoryBlocks::Mark mark_;
 };

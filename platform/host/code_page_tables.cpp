@@ -64,30 +64,30 @@ CPINFO DescribeBytes(UINT number) {
 // One direction of iconv, one character at a time.
 class Converter {
   public:
-    Converter(const std::string& to, const std::string& from) : state(iconv_open(to.c_str(), from.c_str())) {}
+    Converter(const std::string& to, const std::string& from) : state_(iconv_open(to.c_str(), from.c_str())) {}
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
     ~Converter() {
-        if (IsOpen()) iconv_close(state);
+        if (IsOpen()) iconv_close(state_);
     }
 
     // False when iconv lacks the character set.
-    bool IsOpen() const { return state != reinterpret_cast<iconv_t>(-1); }
+    bool IsOpen() const { return state_ != reinterpret_cast<iconv_t>(-1); }
 
     // The number of bytes written, 0 when the input is not one whole character that the other side has.
     size_t Convert(const void* input, size_t inputSize, BYTE (&output)[8]) {
         char* from = const_cast<char*>(static_cast<const char*>(input));
         char* to = reinterpret_cast<char*>(output);
         size_t space = sizeof output;
-        iconv(state, nullptr, nullptr, nullptr, nullptr);
-        if (iconv(state, &from, &inputSize, &to, &space) != 0 || inputSize != 0) return 0;
+        iconv(state_, nullptr, nullptr, nullptr, nullptr);
+        if (iconv(state_, &from, &inputSize, &to, &space) != 0 || inputSize != 0) return 0;
         // Where marks combine with the letter before them, iconv holds the letter back until it is asked for.
-        if (iconv(state, nullptr, nullptr, &to, &space) != 0) return 0;
+        if (iconv(state_, nullptr, nullptr, &to, &space) != 0) return 0;
         return sizeof output - space;
     }
 
   private:
-    iconv_t state;
+    iconv_t state_;
 };
 
 bool CodePage::Describe(UINT number, CPINFO& info) {
@@ -108,17 +108,17 @@ const CodePage* CodePage::Find(UINT number) {
 }
 
 CodePage::CodePage(UINT theNumber, const CPINFO& info)
-    : number(theNumber), isLeadByte(0x100), toWide(0x10000, undefined), fromWide(0x10000) {
-    const std::string name = IconvNameOf(number);
+    : number_(theNumber), isLeadByte_(0x100), toWide_(0x10000, undefined), fromWide_(0x10000) {
+    const std::string name = IconvNameOf(number_);
     Converter decoder("UTF-16LE", name);
     Converter encoder(name, "UTF-16LE");
-    ForEachLeadByte(info, [&](unsigned byte) { isLeadByte[byte] = true; });
+    ForEachLeadByte(info, [&](unsigned byte) { isLeadByte_[byte] = true; });
     AddCharacters(decoder, encoder, 0);
     ForEachLeadByte(info, [&](unsigned byte) { AddCharacters(decoder, encoder, byte); });
     for (unsigned byte = firstControl; byte <= lastControl; ++byte) {
-        if (isLeadByte[byte] || toWide[byte] != undefined || fromWide[byte] != 0) continue;
-        toWide[byte] = static_cast<WCHAR>(byte);
-        fromWide[byte] = static_cast<WORD>(byte);
+        if (isLeadByte_[byte] || toWide_[byte] != undefined || fromWide_[byte] != 0) continue;
+        toWide_[byte] = static_cast<WCHAR>(byte);
+        fromWide_[byte] = static_cast<WORD>(byte);
     }
 }
 
@@ -126,16 +126,16 @@ CodePage::CodePage(UINT theNumber, const CPINFO& info)
 // the character is written as.
 void CodePage::AddCharacters(Converter& decoder, Converter& encoder, unsigned lead) {
     for (unsigned last = 0; last < 0x100; ++last) {
-        if (lead == 0 && isLeadByte[last]) continue;
+        if (lead == 0 && isLeadByte_[last]) continue;
         const BYTE code[] = {static_cast<BYTE>(lead), static_cast<BYTE>(last)};
         BYTE wide[8];
         if (decoder.Convert(lead != 0 ? code : code + 1, lead != 0 ? 2 : 1, wide) != 2) continue;
         const unsigned index = lead << 8 | last;
         const auto character = static_cast<WCHAR>(wide[0] | wide[1] << 8);
-        toWide[index] = character;
+        toWide_[index] = character;
         BYTE back[8];
         const size_t size = encoder.Convert(wide, 2, back);
-        if (size == 1) fromWide[character] = back[0];
-        if (size == 2) fromWide[character] = static_cast<WORD>(back[0] << 8 | back[1]);
+        if (size == 1) fromWide_[character] = back[0];
+        if (size == 2) fromWide_[character] = static_cast<WORD>(back[0] << 8 | back[1]);
     }
 }

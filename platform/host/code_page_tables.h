@@ -16,25 +16,25 @@ class CodePage {
     // bytes are not made for it. Throws std::bad_alloc.
     static bool Describe(UINT number, CPINFO& info);
 
-    bool IsLeadByte(BYTE byte) const { return isLeadByte[byte]; }
+    bool IsLeadByte(BYTE byte) const { return isLeadByte_[byte]; }
 
     static constexpr WCHAR undefined = 0xFFFF;
     // The character of a single byte or, as lead byte * 256 + second byte, of two; `undefined` when there is none.
-    WCHAR ToWide(unsigned code) const { return toWide[code]; }
+    WCHAR ToWide(unsigned code) const { return toWide_[code]; }
     // The reverse; 0, which only the NUL has, for a character that the code page lacks.
-    unsigned FromWide(WCHAR character) const { return fromWide[character]; }
+    unsigned FromWide(WCHAR character) const { return fromWide_[character]; }
 
     // What stands for bytes that are no character.
-    WCHAR GetWideDefault() const { return number == 932 ? u'\u30FB' : u'?'; }
+    WCHAR GetWideDefault() const { return number_ == 932 ? u'\u30FB' : u'?'; }
 
   private:
     CodePage(UINT theNumber, const CPINFO& info);
     void AddCharacters(class Converter& decoder, class Converter& encoder, unsigned lead);
 
-    UINT number;
-    std::vector<bool> isLeadByte;
-    std::vector<WCHAR> toWide;
-    std::vector<WORD> fromWide;
+    UINT number_;
+    std::vector<bool> isLeadByte_;
+    std::vector<WCHAR> toWide_;
+    std::vector<WORD> fromWide_;
 };
 
 // Calls `mark` with each lead byte.

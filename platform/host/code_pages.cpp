@@ -59,24 +59,24 @@ const ActiveCodePage& GetActiveCodePage() {
 template <class Unit>
 class Output {
   public:
-    Output(Unit* theUnits, int theCapacity) : units(theUnits), capacity(static_cast<size_t>(theCapacity)) {}
+    Output(Unit* theUnits, int theCapacity) : units_(theUnits), capacity_(static_cast<size_t>(theCapacity)) {}
 
     void Put(Unit unit) {
-        if (count < capacity) units[count] = unit;
-        ++count;
+        if (count_ < capacity_) units_[count_] = unit;
+        ++count_;
     }
 
     // The number of units; 0 with the last error when the buffer is too small.
     int Finish() const {
-        if (capacity == 0 || count <= capacity) return static_cast<int>(count);
+        if (capacity_ == 0 || count_ <= capacity_) return static_cast<int>(count_);
         SetLastError(ERROR_INSUFFICIENT_BUFFER);
         return 0;
     }
 
   private:
-    Unit* units;
-    size_t capacity;
-    size_t count = 0;
+    Unit* units_;
+    size_t capacity_;
+    size_t count_ = 0;
 };
 
 struct Utf8Character {

@@ -181,16 +181,16 @@ LSTATUS ReadRegistry(RegistryKeys& keys) {
     return file.eof() ? ERROR_SUCCESS : ERROR_READ_FAULT;
 }
 
-RegistryLock::RegistryLock() : directory(-1) {
+RegistryLock::RegistryLock() : directory_(-1) {
     const std::filesystem::path path = GetRegistryPath().parent_path();
     std::error_code error;
     std::filesystem::create_directories(path, error);
-    directory = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (directory >= 0) flock(directory, LOCK_EX);
+    directory_ = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (directory_ >= 0) flock(directory_, LOCK_EX);
 }
 
 RegistryLock::~RegistryLock() {
-    if (directory >= 0) close(directory);
+    if (directory_ >= 0) close(directory_);
 }
 
 LSTATUS WriteRegistry(const RegistryKeys& keys) {

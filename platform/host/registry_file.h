@@ -40,10 +40,10 @@ class RegistryLock {
     RegistryLock& operator=(const RegistryLock&) = delete;
     ~RegistryLock();
 
-    bool IsHeld() const { return directory >= 0; }
+    bool IsHeld() const { return directory_ >= 0; }
 
   private:
-    int directory;
+    int directory_;
 };
 
 // Writes the file anew: whatever happens, the old file or the new one is there. Called with the lock held.

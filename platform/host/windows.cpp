@@ -16,25 +16,25 @@ class WindowTable {
   public:
     // Handles are never used again, so that a handle of a destroyed window stays invalid.
     HWND Create(HWND parent, DWORD style) {
-        const auto handle = reinterpret_cast<HWND>(nextHandle);
-        windows.emplace(handle, Window{parent, style});
-        nextHandle += 2;
+        const auto handle = reinterpret_cast<HWND>(nextHandle_);
+        windows_.emplace(handle, Window{parent, style});
+        nextHandle_ += 2;
         return handle;
     }
 
     // The windows below go with it, the lowest first.
     void Destroy(HWND handle) {
         const auto isBelow = [handle](const auto& entry) { return entry.second.parent == handle; };
-        for (auto child = windows.begin(); (child = std::ranges::find_if(windows, isBelow)) != windows.end();) {
+        for (auto child = windows_.begin(); (child = std::ranges::find_if(windows_, isBelow)) != windows_.end();) {
             Destroy(child->first);
         }
-        windows.erase(handle);
+        windows_.erase(handle);
     }
 
     // Null, with the last error, when there is no such window.
     Window* Find(HWND handle) {
-        const auto found = windows.find(handle);
-        if (found != windows.end()) return &found->second;
+        const auto found = windows_.find(handle);
+        if (found != windows_.end()) return &found->second;
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return nullptr;
     }
@@ -42,8 +42,8 @@ class WindowTable {
     std::mutex lock;
 
   private:
-    std::map<HWND, Window> windows;
-    UINT_PTR nextHandle = 0x10000;
+    std::map<HWND, Window> windows_;
+    UINT_PTR nextHandle_ = 0x10000;
 };
 
 WindowTable& GetWindows() {

@@ -10,8 +10,8 @@ namespace {
 class TemplateWriter {
   public:
     TemplateWriter& Put16(uint32_t value) {
-        bytes += static_cast<char>(value & 0xFF);
-        bytes += static_cast<char>(value >> 8 & 0xFF);
+        bytes_ += static_cast<char>(value & 0xFF);
+        bytes_ += static_cast<char>(value >> 8 & 0xFF);
         return *this;
     }
     TemplateWriter& Put32(uint32_t value) { return Put16(value & 0xFFFF).Put16(value >> 16); }
@@ -20,13 +20,13 @@ class TemplateWriter {
         return Put16(0);
     }
     TemplateWriter& Align() {
-        bytes.resize((bytes.size() + 3) / 4 * 4);
+        bytes_.resize((bytes_.size() + 3) / 4 * 4);
         return *this;
     }
-    const std::string& Bytes() const { return bytes; }
+    const std::string& Bytes() const { return bytes_; }
 
   private:
-    std::string bytes;
+    std::string bytes_;
 };
 
 std::string SampleTemplate() {

@@ -14,23 +14,23 @@ class DrawnLines {
   public:
     Progress::Draw Draw() {
         return [this](std::string_view line) {
-            const std::lock_guard lock(mutex);
-            lines.emplace_back(line);
-            more.notify_all();
+            const std::lock_guard lock(mutex_);
+            lines_.emplace_back(line);
+            more_.notify_all();
         };
     }
     std::string WaitForLineWith(const std::string& part) {
-        std::unique_lock lock(mutex);
-        more.wait_for(lock, std::chrono::seconds(30),
-                      [&] { return !lines.empty() && lines.back().find(part) != std::string::npos; });
-        return lines.empty() ? "" : lines.back();
+        std::unique_lock lock(mutex_);
+        more_.wait_for(lock, std::chrono::seconds(30),
+                       [&] { return !lines_.empty() && lines_.back().find(part) != std::string::npos; });
+        return lines_.empty() ? "" : lines_.back();
     }
-    std::vector<std::string> All() const { return lines; }
+    std::vector<std::string> All() const { return lines_; }
 
   private:
-    std::mutex mutex;
-    std::condition_variable more;
-    std::vector<std::string> lines;
+    std::mutex mutex_;
+    std::condition_variable more_;
+    std::vector<std::string> lines_;
 };
 
 }  // namespace

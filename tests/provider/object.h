@@ -31,23 +31,23 @@ class Call {
     // `give` hands out what the call hands out; a call that fails leaves the caller's variables as they are.
     template <class Give>
     HRESULT Answer(HRESULT scripted, Give give) const {
-        if (fault ? fault->gives : SUCCEEDED(scripted)) give();
-        return fault ? fault->result : scripted;
+        if (fault_ ? fault_->gives : SUCCEEDED(scripted)) give();
+        return fault_ ? fault_->result : scripted;
     }
     HRESULT Answer(HRESULT scripted) const {
         return Answer(scripted, [] {});
     }
 
   private:
-    Inside inside;
-    std::optional<Fault> fault;
+    Inside inside_;
+    std::optional<Fault> fault_;
 };
 
 // An object that stays in memory after its last Release, so that what is done with it then is noticed.
 template <class Interface>
 class Object : public Interface {
   public:
-    explicit Object(std::string name) : label(std::move(name)) {
+    explicit Object(std::string name) : label_(std::move(name)) {
         CurrentScript().Lend(static_cast<IUnknown*>(this), {Kind::Object, {}});
     }
     Object(const Object&) = delete;
@@ -67,40 +67,40 @@ class Object : public Interface {
     ULONG STDMETHODCALLTYPE AddRef() override {
         const Inside inside;
         CheckAlive("AddRef");
-        return ++references;
+        return ++references_;
     }
     ULONG STDMETHODCALLTYPE Release() override {
         const Inside inside;
         CheckAlive("Release");
-        if (references == 0) return 0;
-        if (CurrentScript().keepsCalls) CurrentScript().calls.push_back(label + ".Release()");
+        if (references_ == 0) return 0;
+        if (CurrentScript().keepsCalls) CurrentScript().calls.push_back(label_ + ".Release()");
         if (CurrentScript().during) CurrentScript().during("Release");
-        if (--references == 0) {
-            CurrentScript().TakeBack(static_cast<IUnknown*>(this), Kind::Object, label + ".Release");
+        if (--references_ == 0) {
+            CurrentScript().TakeBack(static_cast<IUnknown*>(this), Kind::Object, label_ + ".Release");
             CurrentScript().retired.push_back(this);
             Retire();
         }
-        return references;
+        return references_;
     }
 
   protected:
-    virtual void Retire() { std::string().swap(label); }
+    virtual void Retire() { std::string().swap(label_); }
     void CheckAlive(const char* function) {
-        if (references == 0) CurrentScript().Misused(std::string(function) + " of a released object");
+        if (references_ == 0) CurrentScript().Misused(std::string(function) + " of a released object");
     }
     HRESULT Unexpected(const char* function) {
-        CurrentScript().Misused(label + "." + function + " is not among the calls that a provider must answer");
+        CurrentScript().Misused(label_ + "." + function + " is not among the calls that a provider must answer");
         return MAPI_E_NO_SUPPORT;
     }
     Call Begin(const char* function, const std::string& arguments) {
         CheckAlive(function);
-        return Call(label, function, arguments);
+        return Call(label_, function, arguments);
     }
 
-    std::string label;
+    std::string label_;
 
   private:
-    ULONG references = 1;
+    ULONG references_ = 1;
 };
 
 // Readable arguments.

@@ -13,32 +13,32 @@ namespace {
 
 class ScriptedTable : public Object<IMAPITable> {
   public:
-    ScriptedTable(std::string name, const Table& rows) : Object(std::move(name)), table(&rows) {}
+    ScriptedTable(std::string name, const Table& rows) : Object(std::move(name)), table_(&rows) {}
 
     HRESULT STDMETHODCALLTYPE SetColumns(const SPropTagArray* tags, ULONG flags) override {
         return Begin("SetColumns", ShowAll(Show(tags), Show(flags))).Answer(S_OK, [&] {
-            columns.assign(&tags->cValues, tags->aulPropTag + tags->cValues);
+            columns_.assign(&tags->cValues, tags->aulPropTag + tags->cValues);
         });
     }
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG flags, ULONG* count) override {
         return Begin("GetRowCount", Show(flags)).Answer(S_OK, [&] {
-            *count = table->statedCount.value_or(static_cast<ULONG>(table->rows.size()));
-            if (table->statedCount) ++CurrentScript().totals.hostileAnswers;
+            *count = table_->statedCount.value_or(static_cast<ULONG>(table_->rows.size()));
+            if (table_->statedCount) ++CurrentScript().totals.hostileAnswers;
         });
     }
     HRESULT STDMETHODCALLTYPE SeekRow(ULONG origin, LONG rows, LONG* sought) override {
         return Begin("SeekRow", ShowAll(Show(origin), std::to_string(rows), Show(sought))).Answer(S_OK, [&] {
-            next = 0;
+            next_ = 0;
         });
     }
     HRESULT STDMETHODCALLTYPE QueryRows(LONG rows, ULONG flags, SRowSet** rowSet) override {
         const Call call = Begin("QueryRows", ShowAll(std::to_string(rows), Show(flags)));
-        if (rows < 0) CurrentScript().Misused(label + ".QueryRows backwards");
+        if (rows < 0) CurrentScript().Misused(label_ + ".QueryRows backwards");
         return call.Answer(S_OK, [&] {
-            const bool hostile = batch < table->batches.size();
+            const bool hostile = batch_ < table_->batches.size();
             if (hostile) ++CurrentScript().totals.hostileAnswers;
-            const size_t wanted = hostile ? table->batches[batch++] : static_cast<size_t>(std::max<LONG>(rows, 0));
-            *rowSet = MakeRowSet(table->endless ? wanted : std::min(table->rows.size() - next, wanted));
+            const size_t wanted = hostile ? table_->batches[batch_++] : static_cast<size_t>(std::max<LONG>(rows, 0));
+            *rowSet = MakeRowSet(table_->endless ? wanted : std::min(table_->rows.size() - next_, wanted));
         });
     }
 
@@ -65,7 +65,7 @@ class ScriptedTable : public Object<IMAPITable> {
   private:
     void Retire() override {
         Object::Retire();
-        std::vector<ULONG>().swap(columns);
+        std::vector<ULONG>().swap(columns_);
     }
     SRowSet* MakeRowSet(size_t rows) {
         Loan loan{Kind::RowSet, {}};
@@ -73,17 +73,17 @@ class ScriptedTable : public Object<IMAPITable> {
         set->cRows = static_cast<ULONG>(rows);
         for (size_t i = 0; i < rows; ++i) {
             SRow& row = set->aRow[i];
-            row.lpProps = MakeValues(table->rows[next++ % table->rows.size()],
-                                     reinterpret_cast<const SPropTagArray*>(columns.data()), loan, row.cValues);
+            row.lpProps = MakeValues(table_->rows[next_++ % table_->rows.size()],
+                                     reinterpret_cast<const SPropTagArray*>(columns_.data()), loan, row.cValues);
         }
         CurrentScript().Lend(set, std::move(loan));
         return set;
     }
 
-    const Table* table;
-    std::vector<ULONG> columns{0};  // laid out as an SPropTagArray
-    size_t next = 0;
-    size_t batch = 0;
+    const Table* table_;
+    std::vector<ULONG> columns_{0};  // laid out as an SPropTagArray
+    size_t next_ = 0;
+    size_t batch_ = 0;
 };
 
 // What containers, entries and the address book have in common.
@@ -107,26 +107,26 @@ class MapiObject : public Object<Interface> {
 
 class ScriptedEntry : public MapiObject<IABContainer> {
   public:
-    ScriptedEntry(std::string name, const Entry& content) : MapiObject(std::move(name)), entry(&content) {}
+    ScriptedEntry(std::string name, const Entry& content) : MapiObject(std::move(name)), entry_(&content) {}
 
     HRESULT STDMETHODCALLTYPE GetProps(const SPropTagArray* tags, ULONG flags, ULONG* count,
                                        SPropValue** values) override {
         return Begin("GetProps", ShowAll(Show(tags), Show(flags))).Answer(S_OK, [&] {
             Loan loan{Kind::PropertyArray, {}};
-            *values = MakeValues(entry->properties, tags, loan, *count);
+            *values = MakeValues(entry_->properties, tags, loan, *count);
             if (*values != nullptr) CurrentScript().Lend(*values, std::move(loan));
         });
     }
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG flags, IMAPITable** table) override {
         const Call call = Begin("GetContentsTable", Show(flags));
-        if (entry->type == MAPI_MAILUSER) Unexpected("GetContentsTable");
-        return call.Answer(entry->contentsResult,
-                           [&] { *table = new ScriptedTable(label + ".contents", entry->contents); });
+        if (entry_->type == MAPI_MAILUSER) Unexpected("GetContentsTable");
+        return call.Answer(entry_->contentsResult,
+                           [&] { *table = new ScriptedTable(label_ + ".contents", entry_->contents); });
     }
     HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG flags, IMAPITable** table) override {
         const Call call = Begin("GetHierarchyTable", Show(flags));
-        if (entry->type == MAPI_MAILUSER) Unexpected("GetHierarchyTable");
-        return call.Answer(S_OK, [&] { *table = new ScriptedTable(label + ".hierarchy", entry->hierarchy); });
+        if (entry_->type == MAPI_MAILUSER) Unexpected("GetHierarchyTable");
+        return call.Answer(S_OK, [&] { *table = new ScriptedTable(label_ + ".hierarchy", entry_->hierarchy); });
     }
 
     NOT_RELIED_ON(OpenEntry, ULONG, BYTE*, const IID*, ULONG, ULONG*, IUnknown**)
@@ -138,7 +138,7 @@ class ScriptedEntry : public MapiObject<IABContainer> {
     NOT_RELIED_ON(ResolveNames, const SPropTagArray*, ULONG, ADRLIST*, FlagList*)
 
   private:
-    const Entry* entry;
+    const Entry* entry_;
 };
 
 // The identifier of a recipient, or empty.

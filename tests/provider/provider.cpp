@@ -24,8 +24,8 @@ Call::Call(const std::string& object, const char* function, const std::string& a
     for (const Fault& candidate : script->faults)
         if (candidate.function.empty() ? candidate.call == script->callCount
                                        : candidate.function == function && candidate.call == ofFunction)
-            fault = candidate;
-    if (fault) ++script->totals.hostileAnswers;
+            fault_ = candidate;
+    if (fault_) ++script->totals.hostileAnswers;
     if (script->during) script->during(function);
 }
 

@@ -105,87 +105,87 @@ Entry& AddContainer(const std::string& parent, const std::string& id, const std:
     return TheScript().entries[id];
 }
 
-LibraryTest::LibraryTest() : provider(ScriptedFolder() / "QDXL7RA.DLL"), library(ScriptedFolder() / "QDXL7RC.DLL") {
-    script.Reset();
+LibraryTest::LibraryTest() : provider_(ScriptedFolder() / "QDXL7RA.DLL"), library_(ScriptedFolder() / "QDXL7RC.DLL") {
+    script_.Reset();
 }
 
 LibraryTest::~LibraryTest() {
-    script.Reset();
+    script_.Reset();
 }
 
 void LibraryTest::SetUp() {
-    ASSERT_NE(provider.Handle(), nullptr);
-    ASSERT_NE(library.Handle(), nullptr);
-    ASSERT_NE(provider.Find<void>("VOKOpen"), nullptr);
+    ASSERT_NE(provider_.Handle(), nullptr);
+    ASSERT_NE(library_.Handle(), nullptr);
+    ASSERT_NE(provider_.Find<void>("VOKOpen"), nullptr);
 }
 
 void LibraryTest::TearDown() {
-    script.faults.clear();
-    script.during = nullptr;
-    while (!open.empty()) Close(open.back());
-    EXPECT_EQ(script.Imbalance(), "");
+    script_.faults.clear();
+    script_.during = nullptr;
+    while (!open_.empty()) Close(open_.back());
+    EXPECT_EQ(script_.Imbalance(), "");
 }
 
 SessionHandle* LibraryTest::Open() {
-    SessionHandle* const opened = library.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
+    SessionHandle* const opened = library_.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
     EXPECT_NE(opened, nullptr);
-    open.push_back(opened);
+    open_.push_back(opened);
     return opened;
 }
 
 void LibraryTest::Close(SessionHandle* closed) {
-    EXPECT_EQ(library.CloseAddressBook(closed), 1);
-    open.erase(std::find(open.begin(), open.end(), closed));
+    EXPECT_EQ(library_.CloseAddressBook(closed), 1);
+    open_.erase(std::find(open_.begin(), open_.end(), closed));
 }
 
 std::vector<AddressBookRecord> LibraryTest::ListBooks(SessionHandle* handle, AddressBookEntry parent) {
     uint32_t count = 0;
-    EXPECT_EQ(library.GetAddressBookList(handle, 0, parent, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetAddressBookList(handle, 0, parent, &count, nullptr), 1);
     std::vector<AddressBookRecord> records(count, Untouched<AddressBookRecord>());
     const RecordListDescriptor descriptor{sizeof(AddressBookRecord), {}, records.data()};
-    EXPECT_EQ(library.GetAddressBookList(handle, 0, parent, &count, &descriptor), 1);
+    EXPECT_EQ(library_.GetAddressBookList(handle, 0, parent, &count, &descriptor), 1);
     EXPECT_EQ(count, records.size());
     return records;
 }
 
 std::vector<DestinationRecord> LibraryTest::ListDestinations(SessionHandle* handle, AddressBookEntry book) {
     uint32_t count = 0;
-    EXPECT_EQ(library.GetDestinationList(handle, 0, book, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationList(handle, 0, book, &count, nullptr), 1);
     std::vector<DestinationRecord> records(count, Untouched<DestinationRecord>());
     std::vector<DestinationRecord*> addresses;
     for (DestinationRecord& record : records) addresses.push_back(&record);
     const RecordListDescriptor descriptor{0, {}, addresses.data()};
-    EXPECT_EQ(library.GetDestinationList(handle, 0, book, &count, &descriptor), 1);
+    EXPECT_EQ(library_.GetDestinationList(handle, 0, book, &count, &descriptor), 1);
     EXPECT_EQ(count, records.size());
     return records;
 }
 
 std::vector<GroupMemberRecord> LibraryTest::ListMembers(SessionHandle* handle, DestinationEntry group) {
     uint32_t count = 0;
-    EXPECT_EQ(library.GetDestinationsInGroup(handle, 0, group, &count, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationsInGroup(handle, 0, group, &count, nullptr), 1);
     std::vector<GroupMemberRecord> records(count, Untouched<GroupMemberRecord>());
     const RecordListDescriptor descriptor{0, {}, records.data()};
-    EXPECT_EQ(library.GetDestinationsInGroup(handle, 0, group, &count, &descriptor), 1);
+    EXPECT_EQ(library_.GetDestinationsInGroup(handle, 0, group, &count, &descriptor), 1);
     EXPECT_EQ(count, records.size());
     return records;
 }
 
 std::string LibraryTest::Details(SessionHandle* handle, DestinationEntry entry) {
     uint32_t size = untouched;
-    EXPECT_EQ(library.GetDestinationDetails(handle, entry, &size, nullptr), 1);
+    EXPECT_EQ(library_.GetDestinationDetails(handle, entry, &size, nullptr), 1);
     std::string text(size + 1, static_cast<char>(untouched));
-    EXPECT_EQ(library.GetDestinationDetails(handle, entry, &size, text.data()), 1);
+    EXPECT_EQ(library_.GetDestinationDetails(handle, entry, &size, text.data()), 1);
     EXPECT_EQ(text.back(), '\0');
     text.pop_back();
     return text;
 }
 
 std::vector<DestinationRecord> LibraryTest::DestinationsOf(std::vector<Row> rows, HRESULT contentsStyle) {
-    script.entries.try_emplace("");
-    Entry& book = script.entries.contains("b") ? script.entries["b"] : AddContainer("", "b", "Book");
+    script_.entries.try_emplace("");
+    Entry& book = script_.entries.contains("b") ? script_.entries["b"] : AddContainer("", "b", "Book");
     book.contents.rows = std::move(rows);
     book.contentsResult = contentsStyle;
-    if (session == nullptr) session = Open();
-    const std::vector<AddressBookRecord> books = ListBooks(session);
-    return books.empty() ? std::vector<DestinationRecord>() : ListDestinations(session, books[0].entry);
+    if (session_ == nullptr) session_ = Open();
+    const std::vector<AddressBookRecord> books = ListBooks(session_);
+    return books.empty() ? std::vector<DestinationRecord>() : ListDestinations(session_, books[0].entry);
 }

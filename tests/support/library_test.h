@@ -83,11 +83,11 @@ class LibraryTest : public testing::Test {
     // The destinations of a single address book "b" that holds these rows.
     std::vector<DestinationRecord> DestinationsOf(std::vector<Row> rows, HRESULT contentsStyle = 0);
 
-    Script& script = TheScript();
-    LoadedModule provider;
-    LibraryUnderTest library;
-    SessionHandle* session = nullptr;  // of DestinationsOf
+    Script& script_ = TheScript();
+    LoadedModule provider_;
+    LibraryUnderTest library_;
+    SessionHandle* session_ = nullptr;  // of DestinationsOf
 
   private:
-    std::vector<SessionHandle*> open;
+    std::vector<SessionHandle*> open_;
 };

@@ -23,8 +23,8 @@ Script* FindScript() {
 // On Windows a path need not be one that the code page can say.
 LoadedModule::LoadedModule(const std::filesystem::path& path)
 #ifdef _WIN32
-    : handle(LoadLibraryW(path.c_str())){}
+    : handle_(LoadLibraryW(path.c_str())){}
 #else
-    : handle(LoadLibraryA(path.c_str())) {
+    : handle_(LoadLibraryA(path.c_str())) {
 }
 #endif

@@ -14,19 +14,19 @@ class LoadedModule {
   public:
     explicit LoadedModule(const std::filesystem::path& path);
     ~LoadedModule() {
-        if (handle != nullptr) FreeLibrary(handle);
+        if (handle_ != nullptr) FreeLibrary(handle_);
     }
     LoadedModule(const LoadedModule&) = delete;
     LoadedModule& operator=(const LoadedModule&) = delete;
 
-    HMODULE Handle() const { return handle; }
+    HMODULE Handle() const { return handle_; }
     template <class Function>
     Function* Find(const char* name) const {
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(handle, name)));
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(handle_, name)));
     }
 
   private:
-    HMODULE handle;
+    HMODULE handle_;
 };
 
 // How many calls of the library are under way.
@@ -38,16 +38,16 @@ class Export;
 template <class Result, class... Arguments>
 class Export<Result(Arguments...)> {
   public:
-    explicit Export(Result (*exported)(Arguments...)) : function(exported) {}
+    explicit Export(Result (*exported)(Arguments...)) : function_(exported) {}
     Result operator()(Arguments... arguments) const {
         ++exportDepth;
-        const Result result = function(arguments...);
+        const Result result = function_(arguments...);
         --exportDepth;
         return result;
     }
 
   private:
-    Result (*function)(Arguments...);
+    Result (*function_)(Arguments...);
 };
 
 // The library, with its exports under their names.
