@@ -11,7 +11,7 @@ namespace commands {
 
 void ListBooks(const CommandContext& context) {
     const Library library;
-    Session session(library, context.profile);
+    LibrarySession session(library, context.profile);
     const Books books = ReadBooks(session);
     Table table =
         context.MakeTable({{"path"}, {"name"}, {"kind"}, {"service"}, {"provider_value", Column::Kind::Number}});
@@ -28,7 +28,7 @@ void ListBooks(const CommandContext& context) {
 
 void ListDestinations(const CommandContext& context, const std::string& book, const std::string& searchWord) {
     const Library library;
-    Session session(library, context.profile);
+    LibrarySession session(library, context.profile);
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
     const std::u32string folded = FoldCase(AsCodePageHasIt(searchWord));

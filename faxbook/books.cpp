@@ -66,7 +66,7 @@ Book& AddBook(Books& books, const Book* parent, std::string name) {
     return books.emplace_back(std::move(book));
 }
 
-Books ReadBooks(Session& session) {
+Books ReadBooks(LibrarySession& session) {
     Books books;
     for (const AddressBookRecord& record : session.AddressBooks()) {
         const size_t bookIndex = books.size();

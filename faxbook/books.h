@@ -24,7 +24,7 @@ using Books = std::vector<Book>;
 // Adds a book below another one, or at the top for a null parent, and gives it its path.
 Book& AddBook(Books& books, const Book* parent, std::string name);
 
-Books ReadBooks(Session& session);
+Books ReadBooks(LibrarySession& session);
 
 std::string PathText(const Book& book);
 

@@ -19,7 +19,7 @@ struct Destination {
 };
 
 // Each destination once, although a person has a record for every number.
-std::vector<Destination> ReadDestinations(Session& session, const Book& book) {
+std::vector<Destination> ReadDestinations(LibrarySession& session, const Book& book) {
     std::vector<Destination> destinations;
     session.ForEachDestination(book.entry, [&](const DestinationRecord& record) {
         if (!destinations.empty() && destinations.back().entry == record.entry) return;
@@ -63,7 +63,7 @@ namespace commands {
 
 void ShowDetails(const CommandContext& context, const std::string& book, const std::string& name) {
     const Library library;
-    Session session(library, context.profile);
+    LibrarySession session(library, context.profile);
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
     Table table = context.MakeTable({{"name"}, {"type"}, {"details", Column::Kind::Block}});
@@ -76,7 +76,7 @@ void ShowDetails(const CommandContext& context, const std::string& book, const s
 
 void ListGroupMembers(const CommandContext& context, const std::string& book, const std::string& group) {
     const Library library;
-    Session session(library, context.profile);
+    LibrarySession session(library, context.profile);
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
     std::vector<Destination> groups = FindDestinations(ReadDestinations(session, found), found, group);
@@ -107,7 +107,7 @@ void ListGroupMembers(const CommandContext& context, const std::string& book, co
                                      {"extended_fax_attr1", text, hide},
                                      {"extended_fax_attr2", text, hide}});
     for (const Destination& destination : groups) {
-        const GroupMembers members = session.Members(destination.entry);
+        const ExpandedGroup members = session.Members(destination.entry);
         for (const GroupMemberRecord& record : members.records) {
             table.AddRow({FieldText(record.name), FieldText(record.company), FieldText(record.department),
                           FieldText(record.businessFax), FieldText(record.businessFaxAttr1),

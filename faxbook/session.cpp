@@ -46,7 +46,7 @@ Library::Library() : module_("QDXL7RC.DLL") {
 #undef RESOLVE_EXPORT
 }
 
-Session::Session(const Library& openLibrary, std::string_view profile)
+LibrarySession::LibrarySession(const Library& openLibrary, std::string_view profile)
     : library_(openLibrary), handle_(nullptr, Closer{&openLibrary}) {
     const std::string name = InCodePage(profile, "the profile name");
     handle_.reset(
@@ -58,15 +58,15 @@ Session::Session(const Library& openLibrary, std::string_view profile)
     }
 }
 
-std::vector<AddressBookRecord> Session::AddressBooks() {
+std::vector<AddressBookRecord> LibrarySession::AddressBooks() {
     return ReadAddressBooks(nullptr);
 }
 
-std::vector<AddressBookRecord> Session::Containers(AddressBookEntry addressBook) {
+std::vector<AddressBookRecord> LibrarySession::Containers(AddressBookEntry addressBook) {
     return ReadAddressBooks(addressBook);
 }
 
-std::vector<AddressBookRecord> Session::ReadAddressBooks(AddressBookEntry parent) {
+std::vector<AddressBookRecord> LibrarySession::ReadAddressBooks(AddressBookEntry parent) {
     uint32_t count = 0;
     // 0 is also the answer when there are no address books.
     if (!library_.GetAddressBookList(handle_.get(), 0, parent, &count, nullptr)) return {};
@@ -80,8 +80,8 @@ std::vector<AddressBookRecord> Session::ReadAddressBooks(AddressBookEntry parent
 
 // The records are filled a window at a time: a filling call writes those before the window again, all into one scratch
 // record, and stops behind it. The number of windows has a bound, so that the time stays in proportion to the records.
-void Session::ForEachDestination(AddressBookEntry addressBook,
-                                 const std::function<void(const DestinationRecord&)>& function) {
+void LibrarySession::ForEachDestination(AddressBookEntry addressBook,
+                                        const std::function<void(const DestinationRecord&)>& function) {
     constexpr uint32_t smallestWindow = 4096;
     constexpr uint32_t mostWindows = 16;
     uint32_t total = 0;
@@ -108,7 +108,7 @@ void Session::ForEachDestination(AddressBookEntry addressBook,
     }
 }
 
-std::string Session::Details(DestinationEntry destination) {
+std::string LibrarySession::Details(DestinationEntry destination) {
     uint32_t size = 0;
     if (!library_.GetDestinationDetails(handle_.get(), destination, &size, nullptr)) {
         ThrowUnanswered("the length of the details");
@@ -118,10 +118,10 @@ std::string Session::Details(DestinationEntry destination) {
     return text;
 }
 
-GroupMembers Session::Members(DestinationEntry group) {
+ExpandedGroup LibrarySession::Members(DestinationEntry group) {
     // The library leaves the counter alone when the provider cannot expand the group, and stores no such number.
     constexpr uint32_t notStored = std::numeric_limits<uint32_t>::max();
-    GroupMembers members;
+    ExpandedGroup members;
     members.recipientCount = notStored;
     if (!library_.GetDestinationsInGroup(handle_.get(), 0, group, &members.recipientCount, nullptr)) {
         ThrowUnanswered("the number of members");

@@ -1,6 +1,6 @@
-// The library as a C++ program uses it: Library holds the loaded module and its exports, Session one open address book.
-// Records are those of the library's own header, their text in the system's code page (see text.h). What goes wrong is
-// thrown as CommandFailure.
+// The library as a C++ program uses it: Library holds the loaded module and its exports, LibrarySession one open
+// address book. Records are those of the library's own header, their text in the system's code page (see text.h). What
+// goes wrong is thrown as CommandFailure.
 #pragma once
 
 #include <windows.h>
@@ -45,15 +45,15 @@ class Library {
     LoadedModule module_;
 };
 
-struct GroupMembers {
+struct ExpandedGroup {
     uint32_t recipientCount = 0;             // after expansion; a recipient can give no record, or two
     std::vector<GroupMemberRecord> records;  // one per fax destination
 };
 
-class Session {
+class LibrarySession {
   public:
     // Opens a session on the profile, the default one for an empty name. The library must outlive the session.
-    Session(const Library& library, std::string_view profile);
+    LibrarySession(const Library& library, std::string_view profile);
 
     // The address books at the top level; ends all entries read before.
     std::vector<AddressBookRecord> AddressBooks();
@@ -66,7 +66,7 @@ class Session {
                             const std::function<void(const DestinationRecord&)>& function);
     // The printable details, lines joined by CR LF.
     std::string Details(DestinationEntry destination);
-    GroupMembers Members(DestinationEntry group);
+    ExpandedGroup Members(DestinationEntry group);
 
   private:
     struct Closer {

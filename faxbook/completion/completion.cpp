@@ -89,7 +89,7 @@ std::vector<std::string> ProfileNames() {
 std::vector<std::string> NamesInBooks(const Place& place) {
     std::vector<std::string> names;
     const Library library;
-    Session session(library, place.profile);
+    LibrarySession session(library, place.profile);
     const Books books = ReadBooks(session);
     if (place.argument == "BOOK") {
         std::ranges::transform(books, std::back_inserter(names), PathText);
