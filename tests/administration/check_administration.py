@@ -9,8 +9,6 @@ PICTURES, where one is given and ImageMagick's "import" is there. WINE and WINEP
 Prints each difference, then one line "N passed, M failed".
 """
 
-import os
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -20,8 +18,8 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "resources"))
 
 import expected_resources as expected
-from check_dialogs import Display, find_wine
 from check_resources import Checks
+from wine_display import find_wine, run_on_display, take_picture
 
 OK, CANCEL, YES, NO = 1, 2, 6, 7
 LIST, ADD, REMOVE, PROPERTIES, COPY, DISPLAY, NAME = 1000, 1001, 1002, 1003, 1004, 1005, 1010
@@ -202,17 +200,6 @@ def check_other_ends(work, checks, profiles):
     checks.equal("damaged file is left alone", profiles.read_text(), "what is this\n")
 
 
-def make_picture_taker(folder, environment):
-    def take_picture(name):
-        if folder is None or not shutil.which("import"):
-            return
-        time.sleep(0.3)  # windows are painted after they can be reached
-        folder.mkdir(parents=True, exist_ok=True)
-        subprocess.run(["import", "-window", "root", str(folder / f"administration_{name}.png")], env=environment,
-                       check=True)
-    return take_picture
-
-
 def main(arguments):
     if len(arguments) not in (2, 3):
         print(__doc__, file=sys.stderr)
@@ -220,34 +207,30 @@ def main(arguments):
     library, driver = (str(Path(argument).resolve()) for argument in arguments[:2])
     pictures = Path(arguments[2]) if len(arguments) == 3 else None
     checks = Checks()
-    # Shown only when something fails: Wine also complains of the display's end.
-    messages = tempfile.TemporaryFile("w+", errors="replace")
-    try:
-        with tempfile.TemporaryDirectory() as folder, Display() as display:
+
+    def work(environment, messages):
+        with tempfile.TemporaryDirectory() as folder:
             profiles, diagnostics = Path(folder, "profiles.ini"), Path(folder, "said.txt")
-            environment = os.environ | {"DISPLAY": display, "FAXBOOK_PROFILES": f"Z:{profiles}",
-                                        "FAXBOOK_DIAGNOSTICS": f"Z:{diagnostics}"}
-            environment.setdefault("WINEDEBUG", "-all")
+            environment = environment | {"FAXBOOK_PROFILES": f"Z:{profiles}", "FAXBOOK_DIAGNOSTICS": f"Z:{diagnostics}"}
             # There is no window manager: Wine draws the frames and captions itself.
             subprocess.run([find_wine(), "reg", "add", r"HKCU\Software\Wine\X11 Driver", "/f", "/v", "Managed", "/d",
                             "N"], env=environment, stdout=subprocess.DEVNULL, stderr=messages, check=True)
+
+            def take(name):
+                time.sleep(0.3)  # windows are painted after they can be reached
+                take_picture(pictures, f"administration_{name}", environment)
+
             with subprocess.Popen([find_wine(), driver, "Z:" + library], env=environment, encoding="utf-8",
                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=messages) as program:
-                work = Administration(program, checks, make_picture_taker(pictures, environment))
-                check_without_dialogs(work, checks, diagnostics)
-                check_adding_and_copying(work, checks, profiles)
-                check_choosing_and_removing(work, checks, profiles)
-                check_properties(work, checks, profiles)
-                check_other_ends(work, checks, profiles)
+                administration = Administration(program, checks, take)
+                check_without_dialogs(administration, checks, diagnostics)
+                check_adding_and_copying(administration, checks, profiles)
+                check_choosing_and_removing(administration, checks, profiles)
+                check_properties(administration, checks, profiles)
+                check_other_ends(administration, checks, profiles)
             checks.equal("administration_driver: exit code", program.returncode, 0)
-    except (OSError, RuntimeError, subprocess.CalledProcessError) as error:
-        checks.failed += 1
-        print(f"the administration cannot be worked: {error}")
-    if checks.failed:
-        messages.seek(0)
-        sys.stderr.write(messages.read())
-    print(f"{checks.passed} passed, {checks.failed} failed")
-    return 1 if checks.failed else 0
+
+    return run_on_display(checks, work)
 
 
 if __name__ == "__main__":
