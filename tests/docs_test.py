@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the documents against the tree: every link leads to a file, every path in backquotes exists, every name in
-backquotes stands in the sources, every piece of C or C++ stands in a sample as it is, and the changes of this
-version are told.
+backquotes stands in the sources, every piece of C or C++ stands in a sample as it is, the provider's words that
+a table quotes are its words, and the changes of this version are told.
 
 usage: docs_test.py    from the top folder of the tree
 """
@@ -57,6 +57,12 @@ def main():
                        if sample.startswith("samples/")):
                 problems.append(f"no sample has this:\n{piece}")
         text = re.sub(r"^```.*?^```", "", text, flags=re.DOTALL | re.MULTILINE)
+        # The first cells of some tables quote what the provider says.
+        for cell in re.findall(r'^\| (".*?") \|', text, re.MULTILINE):
+            for quoted in re.findall(r'"([^"]+)"', cell):
+                checked += 1
+                if not any(quoted in sources[file] for file in sources if file.startswith("directory/")):
+                    problems.append(f"the provider does not say \"{quoted}\"")
         for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
             checked += 1
             if not re.match(r"\w+:", link) and not (document.parent / link).exists():
