@@ -19,9 +19,11 @@ struct Destination {
 };
 
 // Each destination once, although a person has a record for every number.
-std::vector<Destination> ReadDestinations(LibrarySession& session, const Book& book) {
+std::vector<Destination> ReadDestinations(LibrarySession& session, const Book& book, Console& console) {
+    console.Reading(PathText(book));
     std::vector<Destination> destinations;
     session.ForEachDestination(book.entry, [&](const DestinationRecord& record) {
+        console.CountOne();
         if (!destinations.empty() && destinations.back().entry == record.entry) return;
         destinations.push_back({FieldText(record.name), record.type == DESTINATION_GROUP, record.entry});
     });
@@ -67,7 +69,8 @@ void ShowDetails(const CommandContext& context, const std::string& book, const s
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
     Table table = context.MakeTable({{"name"}, {"type"}, {"details", Column::Kind::Block}});
-    for (const Destination& destination : FindDestinations(ReadDestinations(session, found), found, name)) {
+    for (const Destination& destination :
+         FindDestinations(ReadDestinations(session, found, context.console), found, name)) {
         table.AddRow({destination.name, destination.isGroup ? "group" : "person",
                       WithLineFeeds(Utf8(session.Details(destination.entry)))});
     }
@@ -79,7 +82,7 @@ void ListGroupMembers(const CommandContext& context, const std::string& book, co
     LibrarySession session(library, context.profile);
     const Books books = ReadBooks(session);
     const Book& found = FindBook(books, book);
-    std::vector<Destination> groups = FindDestinations(ReadDestinations(session, found), found, group);
+    std::vector<Destination> groups = FindDestinations(ReadDestinations(session, found, context.console), found, group);
     std::erase_if(groups, [](const Destination& destination) { return !destination.isGroup; });
     if (groups.empty()) {
         throw CommandFailure("\"" + group + "\" in " + PathText(found) +

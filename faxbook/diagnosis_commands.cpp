@@ -89,6 +89,7 @@ class NumberCollector final : public VOKDiagnosisReceiver {
 };
 
 HRESULT NumberCollector::OnCard(const VOKCardReport* card) {
+    console_.CountOne();
     if (FoldCase(AsCodePageHasIt(card->name)) != folded_) {
         otherNames_.emplace_back(card->name);
         return S_OK;

@@ -83,7 +83,7 @@ std::vector<AddressBookRecord> LibrarySession::ReadAddressBooks(AddressBookEntry
 void LibrarySession::ForEachDestination(AddressBookEntry addressBook,
                                         const std::function<void(const DestinationRecord&)>& function) {
     constexpr uint32_t smallestWindow = 4096;
-    constexpr uint32_t mostWindows = 16;
+    constexpr uint32_t mostWindows = 6;
     uint32_t total = 0;
     if (!library_.GetDestinationList(handle_.get(), 0, addressBook, &total, nullptr)) {
         ThrowUnanswered("the number of destinations");
