@@ -27,6 +27,15 @@ TEST(CharactersTest, WidthIsThatOfATerminal) {
          "a",
          2},
         {"か\u3099", 2},
+        {"देवनागरी", 7},  // the vowel signs of Devanagari that stand beside their letter take a column
+        {"বাংলা", 5},
+        {"தமிழ்", 4},
+        {"ภาษาไทย", 7},
+        {"ខ្មែរ", 4},
+        {"עִבְרִית", 5},
+        {"العَرَبِيَّة", 7},
+        {"각", 2},
+        {"\u1100\u1161\u11A8", 2},
     };
     for (const auto& [text, width] : cases) EXPECT_EQ(DisplayWidth(text), width) << text;
 }
