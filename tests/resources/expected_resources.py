@@ -1,6 +1,12 @@
-"""What the library's resources must be. Kept apart from the resource script on purpose: the two are compared."""
+"""What the library's resources must be. Kept apart from the resource script on purpose: the two are compared. Only the
+version is taken from where it is set."""
 
+import re
+from pathlib import Path
 from typing import NamedTuple
+
+PROJECT = (Path(__file__).resolve().parents[2] / "CMakeLists.txt").read_text(encoding="utf-8")
+VERSION = re.search(r"^project\(.* VERSION (\d+\.\d+\.\d+\.\d+)", PROJECT, re.MULTILINE).group(1)
 
 LANGUAGE = 1033
 
@@ -193,8 +199,8 @@ IMAGE_COUNT = 26
 VERSION_FIXED = {
     "signature": 0xFEEF04BD,
     "structure version": 0x00010000,
-    "file version": (10, 65, 0, 0),
-    "product version": (10, 65, 0, 0),
+    "file version": tuple(int(number) for number in VERSION.split(".")),
+    "product version": tuple(int(number) for number in VERSION.split(".")),
     "flags": 0,
     "operating system": 0x00000004,
     "file type": 2,
@@ -206,12 +212,12 @@ VERSION_STRINGS = {
     "Comments": "Tessivar Address Book Interface Library",
     "CompanyName": "Quorvane",
     "FileDescription": "QDXL7RC.DLL for AMD64",
-    "FileVersion": "10.65.0.0",
+    "FileVersion": VERSION,
     "InternalName": "QDXL7RC",
     "LegalCopyright": "Copyright (C) Quorvane",
     "OriginalFilename": "QDXL7RC.DLL",
     "ProductName": "Tessivar Address Book Interface Library",
-    "ProductVersion": "10.65",
+    "ProductVersion": ".".join(VERSION.split(".")[:2]),
 }
 
 MANIFEST_ID = 2
