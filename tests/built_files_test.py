@@ -8,6 +8,8 @@ import subprocess
 import sys
 from pathlib import Path
 
+from counting import Checks
+
 SYSTEM_LIBRARIES = {"KERNEL32.DLL", "USER32.DLL", "ADVAPI32.DLL", "GDI32.DLL", "COMCTL32.DLL", "COMDLG32.DLL",
                     "SHELL32.DLL", "OLE32.DLL", "VERSION.DLL", "MSVCRT.DLL"}
 LIBRARY_EXPORTS = {
@@ -18,16 +20,11 @@ LIBRARY_EXPORTS = {
 PROVIDER_EXPORTS = {"VOKOpen", "VOKAdminProfiles", "VOKAllocateBuffer", "VOKAllocateMore", "VOKFreeBuffer",
                     "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose"}
 
-passed = failed = 0
+checks = Checks()
 
 
-def check(condition, message):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print(f"FAILED: {message}")
+def check(condition, what_is_wrong_otherwise):
+    checks.true(what_is_wrong_otherwise, condition)
 
 
 class BuiltFile:
@@ -98,8 +95,7 @@ def main():
     check(library.address_slots() == 14, f"the library's export table has {library.address_slots()} ordinals")
     check(provider.module_name() == "QDXL7RA.dll", f"the provider's export table names {provider.module_name()}")
     check(set(provider.names().values()) == PROVIDER_EXPORTS, f"the provider's exports are {provider.names()}")
-    print(f"{passed} passed, {failed} failed")
-    sys.exit(1 if failed else 0)
+    sys.exit(checks.finish())
 
 
 main()

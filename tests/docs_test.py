@@ -10,6 +10,8 @@ import subprocess
 import sys
 from pathlib import Path
 
+from counting import Checks
+
 # Documents that name a file by its last folders mean one below these.
 PARTS = ["library", "directory", "platform", "."]
 # What a user or a program makes, not the tree.
@@ -42,55 +44,44 @@ def without_indents(text):
     return "\n".join(line.strip() for line in text.splitlines())
 
 
+def check_document(checks, document, sources, words):
+    def check(problem, is_right):
+        checks.true(f"{document}: {problem}", is_right)
+
+    text = document.read_text(encoding="utf-8")
+    for piece in re.findall(r"^```c(?:pp)?\n(.*?)^```", text, re.DOTALL | re.MULTILINE):
+        check(f"no sample has this:\n{piece}", any(without_indents(piece) in without_indents(sources[sample])
+                                                   for sample in sources if sample.startswith("samples/")))
+    text = re.sub(r"^```.*?^```", "", text, flags=re.DOTALL | re.MULTILINE)
+    # The first cells of some tables quote what the provider says.
+    for cell in re.findall(r'^\| (".*?") \|', text, re.MULTILINE):
+        for quoted in re.findall(r'"([^"]+)"', cell):
+            check(f'the provider does not say "{quoted}"',
+                  any(quoted in sources[file] for file in sources if file.startswith("directory/")))
+    for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
+        check(f"the link to {link} leads nowhere", re.match(r"\w+:", link) or (document.parent / link).exists())
+    for token in re.findall(r"`([^`\n]+)`", text):
+        token = token.removeprefix("./")
+        if MADE.search(token):
+            continue
+        if looks_like_path(token):
+            check(f"there is no {token}", (document.parent / token).exists() or exists(token) or
+                  any(file.endswith("/" + token) for file in sources))
+        elif NAME.match(token) and re.search(r"_|::|[a-z][A-Z]", token):
+            check(f"no source has the name {token}", all(part in words for part in token.split("::")))
+
+
 def main():
+    checks = Checks()
     sources = read_sources()
     words = set(re.findall(r"\w+", " ".join(sources.values())))
-    checked = failed = 0
     for document in sorted(Path(".").glob("**/*.md")):
-        if document.parts[0] in ("build", "dist"):
-            continue
-        text = document.read_text(encoding="utf-8")
-        problems = []
-        for piece in re.findall(r"^```c(?:pp)?\n(.*?)^```", text, re.DOTALL | re.MULTILINE):
-            checked += 1
-            if not any(without_indents(piece) in without_indents(sources[sample]) for sample in sources
-                       if sample.startswith("samples/")):
-                problems.append(f"no sample has this:\n{piece}")
-        text = re.sub(r"^```.*?^```", "", text, flags=re.DOTALL | re.MULTILINE)
-        # The first cells of some tables quote what the provider says.
-        for cell in re.findall(r'^\| (".*?") \|', text, re.MULTILINE):
-            for quoted in re.findall(r'"([^"]+)"', cell):
-                checked += 1
-                if not any(quoted in sources[file] for file in sources if file.startswith("directory/")):
-                    problems.append(f"the provider does not say \"{quoted}\"")
-        for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
-            checked += 1
-            if not re.match(r"\w+:", link) and not (document.parent / link).exists():
-                problems.append(f"the link to {link} leads nowhere")
-        for token in re.findall(r"`([^`\n]+)`", text):
-            token = token.removeprefix("./")
-            if MADE.search(token):
-                continue
-            if looks_like_path(token):
-                checked += 1
-                beside = (document.parent / token).exists()
-                if not beside and not exists(token) and not any(file.endswith("/" + token) for file in sources):
-                    problems.append(f"there is no {token}")
-            elif NAME.match(token) and re.search(r"_|::|[a-z][A-Z]", token):
-                checked += 1
-                for part in token.split("::"):
-                    if part not in words:
-                        problems.append(f"no source has the name {token}")
-        for problem in problems:
-            failed += 1
-            print(f"FAILED: {document}: {problem}")
-    checked += 1
+        if document.parts[0] not in ("build", "dist"):
+            check_document(checks, document, sources, words)
     version = re.search(r"^project\(.* VERSION ([\d.]+)", sources["CMakeLists.txt"], re.MULTILINE).group(1)
-    if f"\n## {version}\n" not in Path("CHANGELOG.md").read_text(encoding="utf-8"):
-        failed += 1
-        print(f"FAILED: CHANGELOG.md does not tell the changes of version {version}")
-    print(f"{checked - failed} passed, {failed} failed")
-    sys.exit(1 if failed or not checked else 0)
+    checks.true(f"CHANGELOG.md does not tell the changes of version {version}",
+                f"\n## {version}\n" in Path("CHANGELOG.md").read_text(encoding="utf-8"))
+    sys.exit(checks.finish())
 
 
 main()

@@ -15,6 +15,8 @@ import unittest
 import zipfile
 from pathlib import Path
 
+from counting import run_tests
+
 ZIP = Path(sys.argv[1]).resolve()
 WINE = sys.argv[2]
 TOOLCHAIN = Path(__file__).resolve().parents[1] / "cmake" / "mingw-w64.cmake"
@@ -97,7 +99,4 @@ class PackageTest(unittest.TestCase):
         self.assertEqual(subprocess.run([WINE, "bin/start.exe"], cwd=self.folder, check=False).returncode, 42)
 
 
-outcome = unittest.main(argv=sys.argv[:1], exit=False).result
-failed = len(outcome.failures) + len(outcome.errors)
-print(f"{outcome.testsRun - failed} passed, {failed} failed")
-sys.exit(not outcome.wasSuccessful())
+run_tests()

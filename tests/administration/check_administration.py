@@ -15,10 +15,11 @@ import tempfile
 import time
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "resources"))
+TESTS = Path(__file__).resolve().parents[1]
+sys.path[:0] = [str(TESTS), str(TESTS / "resources")]
 
 import expected_resources as expected
-from check_resources import Checks
+from counting import Checks
 from wine_display import find_wine, run_on_display, take_picture
 
 OK, CANCEL, YES, NO = 1, 2, 6, 7

@@ -8,6 +8,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
+from counting import run_tests  # for the scripts of tests
+
 EXAMPLES = Path(__file__).resolve().parents[2] / "examples"
 PROGRAM = Path(sys.argv[1]).resolve()
 LAUNCHER = sys.argv[2:]  # wine64 for the Windows program
@@ -74,10 +78,3 @@ class FaxbookTest(unittest.TestCase):
         self.assertRegex(message, r"\Afaxbook: [^\n]+\n\Z", arguments)
         for part in parts:
             self.assertIn(part, message, arguments)
-
-
-def run_tests():
-    outcome = unittest.main(argv=sys.argv[:1], exit=False).result
-    failed = len(outcome.failures) + len(outcome.errors)
-    print(f"{outcome.testsRun - len(outcome.skipped) - failed} passed, {failed} failed")
-    sys.exit(not outcome.wasSuccessful())

@@ -13,8 +13,10 @@ import subprocess
 import sys
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
 import expected_resources as expected
-from check_resources import Checks
+from counting import Checks
 from wine_display import find_wine, run_on_display, take_picture
 
 CLASS_NAMES = {

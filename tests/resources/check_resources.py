@@ -12,27 +12,14 @@ import sys
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
 import expected_resources as expected
+from counting import Checks
 from pe_resources import (RT_DIALOG, RT_GROUP_ICON, RT_ICON, RT_MANIFEST, RT_STRING, RT_VERSION, read_dialog,
                           read_icon_group, read_resources, read_strings, read_version_fixed, read_version_node)
 
 ICONS_FOLDER = Path(__file__).resolve().parents[2] / "library" / "resources" / "icons"
-
-
-class Checks:
-    def __init__(self):
-        self.passed = 0
-        self.failed = 0
-
-    def equal(self, what, found, wanted):
-        if found == wanted:
-            self.passed += 1
-        else:
-            self.failed += 1
-            print(f"{what}: found {found!r}, expected {wanted!r}")
-
-    def true(self, what, condition):
-        self.equal(what, bool(condition), True)
 
 
 def check_inventory(checks, resources):
@@ -184,10 +171,8 @@ def main(arguments):
                       check_manifest):
             check(checks, resources)
     except (OSError, ValueError, struct.error, ElementTree.ParseError) as error:
-        checks.failed += 1
-        print(f"{arguments[0]}: cannot be read: {error}")
-    print(f"{checks.passed} passed, {checks.failed} failed")
-    return 1 if checks.failed else 0
+        checks.fail(f"{arguments[0]}: cannot be read: {error}")
+    return checks.finish()
 
 
 if __name__ == "__main__":

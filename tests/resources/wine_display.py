@@ -54,10 +54,8 @@ def run_on_display(checks, work):
                 environment.setdefault("WINEDEBUG", "-all")
                 work(environment, messages)
         except (OSError, RuntimeError, subprocess.CalledProcessError) as error:
-            checks.failed += 1
-            print(f"the dialogs cannot be opened: {error}")
+            checks.fail(f"the dialogs cannot be opened: {error}")
         if checks.failed:
             messages.seek(0)
             sys.stderr.write(messages.read())
-    print(f"{checks.passed} passed, {checks.failed} failed")
-    return 1 if checks.failed else 0
+    return checks.finish()
