@@ -1,3 +1,4 @@
+// Takes the place of the program's operator new, and tells by the depth of calls whose an allocation is.
 #include "support/failing_allocations.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// The expected records, the rows of the script, and the calls that count and then fill.
 #include "support/library_test.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The script that the provider finds through the program, and loading by a path of any characters.
 #include "support/loaded_library.h"
 
 int exportDepth = 0;

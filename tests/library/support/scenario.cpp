@@ -1,3 +1,4 @@
+// The data of the scenario and its steps, each of which goes on from what the earlier ones found.
 #include "support/scenario.h"
 
 const char* const undisturbedScenario =
