@@ -6,6 +6,7 @@
 
 #include "diagnostics.h"
 #include "objects/guard.h"
+#include "platform/file_lock.h"
 #include "platform/files.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
@@ -167,66 +168,79 @@ std::string ProfileStore::DisplayProfile() const {
     return Read().display;
 }
 
-void ProfileStore::Create(std::string_view name) {
+template <typename Function>
+void ProfileStore::Change(Function&& change) {
+    std::error_code ignored;  // whoever cannot make the folder cannot write the file
+    if (file_.has_parent_path()) std::filesystem::create_directories(file_.parent_path(), ignored);
+    const FileLock lock(file_);
+    if (lock.GetState() == FileLock::State::Busy) {
+        Diagnostics().Report(file_, 0, "profiles are being changed by another program",
+                             "wait until it has done so, or end it");
+        throw Failure{MAPI_E_NO_ACCESS};
+    }
     Contents contents = Read();
-    contents.Add(name);
+    change(contents);
     Write(contents);
+}
+
+void ProfileStore::Create(std::string_view name) {
+    Change([&](Contents& contents) { contents.Add(name); });
 }
 
 void ProfileStore::Copy(std::string_view from, std::string_view to) {
-    Contents contents = Read();
-    const std::string lines = contents.Get(from).lines;
-    contents.Add(to).lines = lines;
-    Write(contents);
+    Change([&](Contents& contents) {
+        const std::string lines = contents.Get(from).lines;
+        contents.Add(to).lines = lines;
+    });
 }
 
 void ProfileStore::Remove(std::string_view name) {
-    Contents contents = Read();
-    contents.Get(name);
-    contents.sections.erase(contents.Find(name));
-    if (contents.display == name) contents.display.clear();
-    Write(contents);
+    Change([&](Contents& contents) {
+        contents.Get(name);
+        contents.sections.erase(contents.Find(name));
+        if (contents.display == name) contents.display.clear();
+    });
 }
 
 void ProfileStore::AddService(std::string_view profile, const ProfileService& service) {
-    Contents contents = Read();
-    std::string& lines = contents.Get(profile).lines;
-    // Before the empty lines that set the profile off from the next one.
-    const std::string_view used = Trimmed(lines);
-    const size_t end = used.empty() ? 0 : static_cast<size_t>(used.data() + used.size() - lines.data());
-    std::string added = end == 0 ? "" : "\n";
-    added.append("service = ").append(service.name);
-    if (!service.location.empty()) added.append("\nlocation = ").append(Utf8Of(service.location));
-    added.append("\nflags = ").append(WriteFlags(service.flags));
-    if (lines.find('\n', end) == std::string::npos) added.push_back('\n');
-    lines.insert(end, added);
-    Write(contents);
+    Change([&](Contents& contents) {
+        std::string& lines = contents.Get(profile).lines;
+        // Before the empty lines that set the profile off from the next one.
+        const std::string_view used = Trimmed(lines);
+        const size_t end = used.empty() ? 0 : static_cast<size_t>(used.data() + used.size() - lines.data());
+        std::string added = end == 0 ? "" : "\n";
+        added.append("service = ").append(service.name);
+        if (!service.location.empty()) added.append("\nlocation = ").append(Utf8Of(service.location));
+        added.append("\nflags = ").append(WriteFlags(service.flags));
+        if (lines.find('\n', end) == std::string::npos) added.push_back('\n');
+        lines.insert(end, added);
+    });
 }
 
 void ProfileStore::SetDisplayProfile(std::string_view name) {
-    Contents contents = Read();
-    contents.Get(name);
-    contents.display = name;
-    Write(contents);
+    Change([&](Contents& contents) {
+        contents.Get(name);
+        contents.display = name;
+    });
 }
 
 // The new location stands right below the service; every other line stays.
 void ProfileStore::SetLocation(std::string_view profile, size_t service, const std::filesystem::path& location) {
-    Contents contents = Read();
-    Section& section = contents.Get(profile);
-    Require(service < section.profile.services.size(), MAPI_E_NOT_FOUND);
-    std::string lines;
-    size_t servicesSeen = 0;
-    for (const IniLine& line : ReadIniLines(section.lines)) {
-        const bool isService = EqualsIgnoringCase(line.name, "service");
-        if (isService) ++servicesSeen;
-        const bool isOfService = servicesSeen == service + 1;
-        if (isOfService && EqualsIgnoringCase(line.name, "location")) continue;
-        lines.append(line.raw);
-        if (!isOfService || !isService) continue;
-        if (!lines.ends_with('\n')) lines.push_back('\n');
-        lines.append("location = ").append(Utf8Of(location)).append("\n");
-    }
-    section.lines = std::move(lines);
-    Write(contents);
+    Change([&](Contents& contents) {
+        Section& section = contents.Get(profile);
+        Require(service < section.profile.services.size(), MAPI_E_NOT_FOUND);
+        std::string lines;
+        size_t servicesSeen = 0;
+        for (const IniLine& line : ReadIniLines(section.lines)) {
+            const bool isService = EqualsIgnoringCase(line.name, "service");
+            if (isService) ++servicesSeen;
+            const bool isOfService = servicesSeen == service + 1;
+            if (isOfService && EqualsIgnoringCase(line.name, "location")) continue;
+            lines.append(line.raw);
+            if (!isOfService || !isService) continue;
+            if (!lines.ends_with('\n')) lines.push_back('\n');
+            lines.append("location = ").append(Utf8Of(location)).append("\n");
+        }
+        section.lines = std::move(lines);
+    });
 }

@@ -29,9 +29,9 @@ struct Profile {
     std::vector<ProfileService> services;
 };
 
-// Each operation reads the file anew and, if it changes something, writes it as a whole. They throw Failure:
-// MAPI_E_CORRUPT_DATA for a file that cannot be understood, which is then left alone, MAPI_E_NO_ACCESS for one that
-// cannot be read or written, and what is said below.
+// Each operation reads the file anew and, if it changes something, writes it as a whole, while no other process that
+// uses a store can. They throw Failure: MAPI_E_CORRUPT_DATA for a file that cannot be understood, which is then left
+// alone, MAPI_E_NO_ACCESS for one that cannot be read or written, and what is said below.
 class ProfileStore {
   public:
     explicit ProfileStore(std::filesystem::path file) : file_(std::move(file)) {}
@@ -58,6 +58,9 @@ class ProfileStore {
     struct Contents;
     Contents Read() const;
     void Write(const Contents& contents);
+    // Reads, has the function change what was read, and writes that.
+    template <typename Function>
+    void Change(Function&& change);
 
     std::filesystem::path file_;
 };

@@ -3,6 +3,8 @@
 
 #include <fstream>
 #include <sstream>
+#include <thread>
+#include <vector>
 #ifndef _WIN32
 #include <unistd.h>
 #endif
@@ -123,6 +125,19 @@ TEST_F(ProfilesTest, WhatIsWrittenBesideTheFileTakesNobodysPlace) {
     for (const auto& entry : std::filesystem::directory_iterator(beside.parent_path()))
         if (entry.path().extension() == ".new") ++files;
     EXPECT_EQ(files, 1U);
+}
+
+TEST_F(ProfilesTest, SeveralWhoChangeTheFileAtOnceLoseNothing) {
+    constexpr int programs = 4;
+    constexpr int profilesOfEach = 10;
+    std::vector<std::thread> threads;
+    for (int program = 0; program < programs; ++program)
+        threads.emplace_back([&, program] {
+            for (int i = 0; i < profilesOfEach; ++i)
+                ProfileStore(contacts_.Profiles()).Create(std::to_string(program) + "-" + std::to_string(i));
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(ProfileStore(contacts_.Profiles()).List().size(), static_cast<size_t>(programs * profilesOfEach));
 }
 
 TEST_F(ProfilesTest, TheDisplayProfileOpensWithoutAName) {
