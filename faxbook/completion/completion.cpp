@@ -10,6 +10,7 @@
 #include "books.h"
 #include "characters.h"
 #include "completion/scripts.h"
+#include "objects/guard.h"
 #include "platform/environment.h"
 #include "profiles/profile_store.h"
 #include "session.h"
@@ -79,10 +80,13 @@ Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore
     return place;
 }
 
-std::vector<std::string> ProfileNames() {
+// None when the file of the profiles is damaged: "faxbook profiles" says so.
+std::vector<std::string> ProfileNames() try {
     std::vector<std::string> names;
     for (const Profile& profile : ProfileStore(ProfilesFile()).List()) names.push_back(profile.name);
     return names;
+} catch (const Failure&) {
+    return {};
 }
 
 // The paths of the books, or the names of the persons or of the groups in the book that was named before.
@@ -139,7 +143,7 @@ std::string_view CompletionScript(std::string_view shell) {
 }
 
 void PrintCandidates(const CLI::App& app, std::vector<std::string> words, size_t position, std::ostream& out) {
-    words.resize(position + 1);
+    words.resize(std::min(position, words.size()) + 1);
     const std::string word = words.back();
     words.pop_back();
     const Place place = FindPlace(app, words);

@@ -261,6 +261,8 @@ class ProfileTest(FaxbookTest):
                           "NOSUCH")
         self.profiles.write_text("[profile Damaged\nservice = VCARD\n")
         self.assert_fails(["profiles"], 1, "profiles.ini", "0x8004011B (MAPI_E_CORRUPT_DATA)")
+        for position in ("2", "3", str(2**64 - 1)):
+            self.assertEqual(self.output_of("complete", position, "--", "books", "--profile"), "")
 
     def test_administration_without_a_terminal_fails(self):
         if LAUNCHER:
