@@ -7,6 +7,7 @@
 
 #include "characters.h"
 #include "terminal_codes.h"
+#include "text/ascii.h"
 
 namespace {
 
@@ -16,9 +17,7 @@ constexpr size_t leastTextWidth = 12;
 
 std::string Heading(std::string_view name) {
     std::string heading(name);
-    for (char& c : heading) {
-        c = c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
+    for (char& c : heading) c = c == '_' ? ' ' : ToUpperAscii(c);
     return heading;
 }
 

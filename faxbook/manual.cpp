@@ -10,6 +10,7 @@
 
 #include "command_line.h"
 #include "platform/environment.h"
+#include "shown_commands.h"
 #include "text/ascii.h"
 
 namespace {
@@ -54,10 +55,6 @@ std::string Escaped(std::string_view text) {
     return escaped;
 }
 
-bool IsShown(const CLI::App* app) {
-    return !app->get_group().empty();
-}
-
 // "--search WORD", "-h, --help", "BOOK".
 std::string OptionName(const CLI::Option& option) {
     if (option.get_positional()) return option.get_name(true);
@@ -100,7 +97,7 @@ void PrintCommand(const CLI::App& command, const std::string& name, const CLI::A
         out << ' ' << (option->get_required() ? argument : "[" + argument + "]");
     }
     out << '\n' << Escaped(command.get_description()) << ".\n";
-    const std::vector<const CLI::App*> commands = command.get_subcommands(IsShown);
+    const std::vector<const CLI::App*> commands = ShownCommands(command);
     if (commands.empty()) {
         PrintOptions(command, app, out);
         out << ".PP\n.nf\n" << Escaped(command.get_footer()) << ".fi\n";
@@ -136,7 +133,7 @@ void PrintManual(const CLI::App& app, std::ostream& out) {
         << ".SH OPTIONS\n";
     for (const CLI::Option* option : app.get_options()) PrintOption(*option, out);
     out << ".SH COMMANDS\n";
-    for (const CLI::App* command : app.get_subcommands(IsShown)) PrintCommand(*command, command->get_name(), app, out);
+    for (const CLI::App* command : ShownCommands(app)) PrintCommand(*command, command->get_name(), app, out);
     for (const auto& [title, entries] : Topics()) {
         std::string heading = title;
         std::ranges::transform(heading, heading.begin(), ToUpperAscii);

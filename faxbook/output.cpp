@@ -30,12 +30,12 @@ class BlockPrinter final : public TablePrinter {
     bool hasRows_ = false;
 };
 
-// A line of the columns' names, and a line for each row.
-class LinePrinter final : public TablePrinter {
+// A line of the columns' names, and a line for each row, with a separator between cells.
+class SeparatedPrinter final : public TablePrinter {
   public:
     using AppendCell = void (*)(std::string& line, std::string_view cell);
 
-    LinePrinter(Console& printConsole, const std::vector<Column>& columns, char cellSeparator, AppendCell append)
+    SeparatedPrinter(Console& printConsole, const std::vector<Column>& columns, char cellSeparator, AppendCell append)
         : console_(printConsole), separator_(cellSeparator), appendCell_(append) {
         for (const Column& column : columns) names_ += (names_.empty() ? "" : std::string(1, separator_)) + column.name;
         names_ += '\n';
@@ -124,11 +124,11 @@ std::unique_ptr<TablePrinter> MakePrinter(Console& console, Format format, std::
         case Format::Aligned:
             return std::make_unique<AlignedPrinter>(console, std::move(columns));
         case Format::Tabs:
-            return std::make_unique<LinePrinter>(console, columns, '\t', AppendPlainCell);
+            return std::make_unique<SeparatedPrinter>(console, columns, '\t', AppendPlainCell);
         case Format::Json:
             return std::make_unique<JsonPrinter>(console, std::move(columns));
         case Format::Csv:
-            return std::make_unique<LinePrinter>(console, columns, ',', AppendCsvCell);
+            return std::make_unique<SeparatedPrinter>(console, columns, ',', AppendCsvCell);
     }
     throw std::invalid_argument("unknown format");
 }

@@ -53,21 +53,23 @@ std::vector<AddressBookRecord> ReadBooks(SessionHandle* session, AddressBookEntr
 }
 
 // Calls the function with each destination. The records of a large address book would take hundreds of megabytes, so
-// they are filled a thousand at a time: those before and behind the thousand go into one record that nobody reads.
+// they are filled an eighth at a time: those before it go into one record that nobody reads. Each filling begins with
+// the first destination again, so there are always eight of them at most, however large the book.
 template <typename Function>
 void ForEachDestination(SessionHandle* session, AddressBookEntry book, Function&& function) {
-    constexpr std::uint32_t windowSize = 1000;
+    constexpr std::uint32_t smallestWindow = 1000;
     std::uint32_t total = 0;
     if (!GetDestinationList(session, 0, book, &total, nullptr)) return;
+    const std::uint32_t windowSize = std::max(smallestWindow, total / 8 + 1);
     DestinationRecord unread = {};
     std::vector<DestinationRecord> window(std::min(total, windowSize));
     std::vector<DestinationRecord*> addresses(total, &unread);
     const RecordListDescriptor records = {0, {}, addresses.data()};
     for (std::uint32_t begin = 0; begin < total; begin += windowSize) {
-        std::uint32_t end = std::min(total, begin + windowSize);
+        std::uint32_t end = begin + std::min(total - begin, windowSize);
         std::fill(window.begin(), window.end(), DestinationRecord());
         for (std::uint32_t i = begin; i < end; ++i) addresses[i] = &window[i - begin];
-        // Before the last thousand it answers 0, as there are more destinations than it may write.
+        // Before the last window it answers 0, as there are more destinations than it may write.
         GetDestinationList(session, 0, book, &end, &records);
         for (std::uint32_t i = begin; i < end; ++i) {
             function(window[i - begin]);

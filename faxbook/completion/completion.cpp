@@ -14,6 +14,7 @@
 #include "platform/environment.h"
 #include "profiles/profile_store.h"
 #include "session.h"
+#include "shown_commands.h"
 #include "text.h"
 
 namespace {
@@ -30,10 +31,6 @@ struct Place {
     std::string profile;
     std::string book;
 };
-
-std::vector<const CLI::App*> ShownCommands(const CLI::App& command) {
-    return command.get_subcommands([](const CLI::App* app) { return !app->get_group().empty(); });
-}
 
 // Null when there is none of that name.
 const CLI::App* FindCommand(const CLI::App& command, const std::string& name) {
