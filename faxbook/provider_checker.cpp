@@ -3,32 +3,25 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
+#include <set>
 
 #include "model/contents_columns.h"
+#include "model/fax_kinds.h"
+#include "provider/table_cursor.h"
+#include "queries/group_recipient_tags.h"
 #include "queries/hierarchy_columns.h"
 #include "results.h"
 #include "text.h"
 
 namespace {
 
-constexpr ULONG openFlag = 8;
-constexpr LONG batchRows = 10000;
+constexpr auto batchRows = static_cast<LONG>(TableCursor::largestBatch);
 constexpr size_t mostRows = 1'000'000;
 constexpr size_t mostContainers = 10'000;
 // Of one container: opening each entry of a large directory server would take long.
 constexpr size_t mostEntries = 200;
-constexpr HRESULT contentsStyleFaxEntries = 4;
 
 constexpr PropTagArray<2> personTags{.aulPropTag = {PR_ORIGINAL_DISPLAY_NAME, PR_DISPLAY_NAME}};
-constexpr PropTagArray<5> groupTags{
-    .aulPropTag = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE}};
-
-struct Releaser {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-template <class Interface>
-using Held = std::unique_ptr<Interface, Releaser>;
 
 std::string Quoted(const std::string& codePageText) {
     return '"' + Utf8(codePageText) + '"';
@@ -97,40 +90,41 @@ void ProviderChecker::Check(const std::string& profile) {
     const auto open = Find<VOKOpenFunction>("VOKOpen", "no session opens");
     if (setResources != nullptr) ExpectSuccess(setResources(nullptr), "SetResourceDllHandle");
     if (administer != nullptr) {
-        ProfileAdministration* administration = nullptr;
-        const HRESULT result = administer(VOK_ADMIN_DISPLAY, 0, profile.c_str(), 0, &administration);
-        const Held<ProfileAdministration> held(administration);
-        if (ExpectSuccess(result, "VOKAdminProfiles") && Expect(held != nullptr, "VOKAdminProfiles", "gives no object"))
-            CheckReferences(*held, "VOKAdminProfiles");
+        Held<ProfileAdministration> administration;
+        const HRESULT result = administer(VOK_ADMIN_DISPLAY, 0, profile.c_str(), 0, administration.Receive());
+        if (ExpectSuccess(result, "VOKAdminProfiles") &&
+            Expect(bool{administration}, "VOKAdminProfiles", "gives no object"))
+            CheckReferences(*administration.Get(), "VOKAdminProfiles");
     }
     if (open == nullptr) return;
-    IAddrBook* addressBook = nullptr;
-    SessionSupport* support = nullptr;
-    const HRESULT result = open(nullptr, profile.empty() ? nullptr : profile.c_str(), 0, nullptr, openFlag, nullptr,
-                                nullptr, nullptr, &addressBook, &support);
-    const Held<IAddrBook> heldBook(addressBook);
-    const Held<SessionSupport> heldSupport(support);
+    Held<IAddrBook> addressBook;
+    Held<SessionSupport> support;
+    const HRESULT result = open(nullptr, profile.empty() ? nullptr : profile.c_str(), 0, nullptr, VOK_OPEN_FLAG,
+                                nullptr, nullptr, nullptr, addressBook.Receive(), support.Receive());
     if (!ExpectSuccess(result, "VOKOpen")) return;
-    Expect(heldBook != nullptr, "VOKOpen", "gives no address book");
-    Expect(heldSupport != nullptr, "VOKOpen", "gives no session support object");
-    if (heldBook && heldSupport) CheckSession(*heldBook, *heldSupport);
+    Expect(bool{addressBook}, "VOKOpen", "gives no address book");
+    Expect(bool{support}, "VOKOpen", "gives no session support object");
+    if (addressBook && support) CheckSession(*addressBook.Get(), *support.Get());
 }
 
-IUnknown* ProviderChecker::Open(IAddrBook& addressBook, const std::string& identifier, const std::set<ULONG>& types,
-                                const std::string& where) {
+template <class Interface>
+Held<Interface> ProviderChecker::Open(IAddrBook& addressBook, const std::string& identifier, ULONG wantedType,
+                                      const std::string& where) {
     std::vector<BYTE> bytes(identifier.begin(), identifier.end());
     ULONG type = 0;
-    IUnknown* opened = nullptr;
-    const HRESULT result = addressBook.OpenEntry(static_cast<ULONG>(bytes.size()),
-                                                 bytes.empty() ? nullptr : bytes.data(), nullptr, 0, &type, &opened);
-    Held<IUnknown> held(opened);
-    if (!ExpectSuccess(result, where + ": OpenEntry")) return nullptr;
-    if (!Expect(held != nullptr, where + ": OpenEntry", "succeeds and gives no object")) return nullptr;
-    if (!Expect(type == 0 || types.contains(type), where + ": OpenEntry",
-                "gives an object of type " + std::to_string(type)))
-        return nullptr;
-    CheckReferences(*held, where);
-    return held.release();
+    Held<Interface> opened;
+    const HRESULT result =
+        addressBook.OpenEntry(static_cast<ULONG>(bytes.size()), bytes.empty() ? nullptr : bytes.data(), nullptr, 0,
+                              &type, opened.ReceiveUnknown());
+    const bool isRight = ExpectSuccess(result, where + ": OpenEntry") &&
+                         Expect(bool{opened}, where + ": OpenEntry", "succeeds and gives no object") &&
+                         Expect(type == 0 || type == wantedType, where + ": OpenEntry",
+                                "gives an object of type " + std::to_string(type));
+    if (isRight)
+        CheckReferences(*opened.Get(), where);
+    else
+        opened.Release();
+    return opened;
 }
 
 ProviderChecker::Row ProviderChecker::ReadRow(const SRow& row, const SPropTagArray& columns) {
@@ -149,20 +143,19 @@ ProviderChecker::Row ProviderChecker::ReadRow(const SRow& row, const SPropTagArr
     return read;
 }
 
-std::vector<ProviderChecker::Row> ProviderChecker::ReadTable(IMAPITable* table, const SPropTagArray& columns,
+std::vector<ProviderChecker::Row> ProviderChecker::ReadTable(IMAPITable& table, const SPropTagArray& columns,
                                                              const std::string& where) {
-    const Held<IMAPITable> held(table);
     std::vector<Row> rows;
     ULONG counted = 0;
-    if (freeRows_ == nullptr || !ExpectSuccess(table->SetColumns(&columns, 0), where + ": SetColumns") ||
-        !ExpectSuccess(table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr), where + ": SeekRow") ||
-        !ExpectSuccess(table->GetRowCount(0, &counted), where + ": GetRowCount"))
+    if (freeRows_ == nullptr || !ExpectSuccess(table.SetColumns(&columns, 0), where + ": SetColumns") ||
+        !ExpectSuccess(table.SeekRow(BOOKMARK_BEGINNING, 0, nullptr), where + ": SeekRow") ||
+        !ExpectSuccess(table.GetRowCount(0, &counted), where + ": GetRowCount"))
         return rows;
     const std::string query = where + ": QueryRows";
     // One more query than there are rows: behind the last one there is nothing.
     for (bool isEnd = false; !isEnd && rows.size() < mostRows;) {
         SRowSet* set = nullptr;
-        const HRESULT result = table->QueryRows(batchRows, 0, &set);
+        const HRESULT result = table.QueryRows(batchRows, 0, &set);
         if (!ExpectSuccess(result, query) || !Expect(set != nullptr, query, "succeeds and gives no row set")) {
             if (set != nullptr) freeRows_(set);
             return rows;
@@ -186,18 +179,16 @@ void ProviderChecker::CheckSession(IAddrBook& addressBook, SessionSupport& suppo
     CheckReferences(support, "the session support object");
     BYTE nonsense[] = "no identifier of this provider";
     ULONG type = 0;
-    IUnknown* nothing = nullptr;
-    const HRESULT result = addressBook.OpenEntry(sizeof nonsense, nonsense, nullptr, 0, &type, &nothing);
-    Expect(result < 0 && nothing == nullptr, "OpenEntry", "opens an identifier that it never gave");
-    if (nothing != nullptr) nothing->Release();
+    Held<IUnknown> nothing;
+    const HRESULT result = addressBook.OpenEntry(sizeof nonsense, nonsense, nullptr, 0, &type, nothing.Receive());
+    Expect(result < 0 && !nothing, "OpenEntry", "opens an identifier that it never gave");
 
-    const Held<IUnknown> root(Open(addressBook, "", {MAPI_ABCONT}, "the root container"));
+    const auto root = Open<IABContainer>(addressBook, "", MAPI_ABCONT, "the root container");
     if (!root) return;
-    IMAPITable* table = nullptr;
-    const HRESULT given = static_cast<IABContainer*>(root.get())->GetHierarchyTable(0, &table);
-    ExpectSuccess(given, "the root container: GetHierarchyTable");
-    if (!Expect(table != nullptr, "the root container: GetHierarchyTable", "gives no table")) return;
-    std::vector<Row> containers = ReadTable(table, *HierarchyColumns.Get(), "the address books");
+    Held<IMAPITable> table;
+    ExpectSuccess(root->GetHierarchyTable(0, table.Receive()), "the root container: GetHierarchyTable");
+    if (!Expect(bool{table}, "the root container: GetHierarchyTable", "gives no table")) return;
+    std::vector<Row> containers = ReadTable(*table.Get(), *HierarchyColumns.Get(), "the address books");
     Expect(!containers.empty(), "the address books", "there are none: a session without any lists nothing");
     std::set<std::string> seen;
     for (size_t i = 0; i < containers.size() && seen.size() < mostContainers; ++i) {
@@ -211,22 +202,20 @@ void ProviderChecker::CheckSession(IAddrBook& addressBook, SessionSupport& suppo
 void ProviderChecker::CheckContainer(IAddrBook& addressBook, SessionSupport& support, const Row& container,
                                      std::vector<Row>& containers) {
     const std::string where = Quoted(container.name);
-    const Held<IUnknown> opened(Open(addressBook, container.identifier, {MAPI_ABCONT}, where));
+    const auto opened = Open<IABContainer>(addressBook, container.identifier, MAPI_ABCONT, where);
     if (!opened) return;
-    auto* const entry = static_cast<IABContainer*>(opened.get());
-    IMAPITable* table = nullptr;
-    ExpectSuccess(entry->GetHierarchyTable(0, &table), where + ": GetHierarchyTable");
-    if (table != nullptr) {
-        const std::vector<Row> below = ReadTable(table, *HierarchyColumns.Get(), "the containers in " + where);
+    Held<IMAPITable> table;
+    ExpectSuccess(opened->GetHierarchyTable(0, table.Receive()), where + ": GetHierarchyTable");
+    if (table) {
+        const std::vector<Row> below = ReadTable(*table.Get(), *HierarchyColumns.Get(), "the containers in " + where);
         containers.insert(containers.end(), below.begin(), below.end());
     }
-    table = nullptr;
-    const HRESULT style = entry->GetContentsTable(0, &table);
+    const HRESULT style = opened->GetContentsTable(0, table.Receive());
     const bool isGiven = ExpectSuccess(style, where + ": GetContentsTable");
-    if (isGiven) Expect(table != nullptr, where + ": GetContentsTable", "succeeds and gives no table");
-    if (table == nullptr) return;
+    if (isGiven) Expect(bool{table}, where + ": GetContentsTable", "succeeds and gives no table");
+    if (!table) return;
     size_t persons = 0, groups = 0;
-    for (const Row& row : ReadTable(table, *ContentsColumns.Get(), "the contents of " + where)) {
+    for (const Row& row : ReadTable(*table.Get(), *ContentsColumns.Get(), "the contents of " + where)) {
         const bool isKnown = row.type == MAPI_MAILUSER || row.type == MAPI_DISTLIST;
         if (!Expect(isKnown, "the contents of " + where,
                     "has a row of type " + std::to_string(row.type) + ", which is passed over"))
@@ -234,18 +223,18 @@ void ProviderChecker::CheckContainer(IAddrBook& addressBook, SessionSupport& sup
         if (!Expect(!row.identifier.empty(), Quoted(row.name), "has no PR_ENTRYID")) continue;
         if (row.type == MAPI_DISTLIST && groups++ < mostEntries) CheckGroup(addressBook, support, row);
         if (row.type == MAPI_MAILUSER && persons++ < mostEntries)
-            CheckPerson(addressBook, support, row, style == contentsStyleFaxEntries && row.addressType == "FAX");
+            CheckPerson(addressBook, support, row,
+                        static_cast<uint32_t>(style) == contentsStyleFaxEntries && row.addressType == "FAX");
     }
 }
 
 void ProviderChecker::CheckPerson(IAddrBook& addressBook, SessionSupport& support, const Row& person, bool isFaxEntry) {
     const std::string where = Quoted(person.name);
-    const Held<IUnknown> opened(Open(addressBook, person.identifier, {MAPI_MAILUSER}, where));
+    const auto opened = Open<IMAPIProp>(addressBook, person.identifier, MAPI_MAILUSER, where);
     if (!opened) return;
     ULONG count = 0;
     SPropValue* values = nullptr;
-    ExpectSuccess(static_cast<IMAPIProp*>(opened.get())->GetProps(personTags.Get(), 0, &count, &values),
-                  where + ": GetProps");
+    ExpectSuccess(opened->GetProps(personTags.Get(), 0, &count, &values), where + ": GetProps");
     ExpectValues(values, count, *personTags.Get(), where + ": GetProps");
     if (values == nullptr) return;
     if (isFaxEntry && count > 0 && values[0].ulPropTag == PR_ORIGINAL_DISPLAY_NAME && values[0].Value.lpszA != nullptr)
@@ -262,20 +251,18 @@ void ProviderChecker::CheckGroup(IAddrBook& addressBook, SessionSupport& support
         !Expect(list != nullptr, "AllocateAddressList", "succeeds and gives no list"))
         return;
     *list = {};
-    if (const Held<IUnknown> opened(Open(addressBook, group.identifier, {MAPI_DISTLIST}, where)); opened) {
-        IMAPITable* table = nullptr;
-        ExpectSuccess(static_cast<IABContainer*>(opened.get())->GetContentsTable(0, &table),
-                      where + ": GetContentsTable");
-        if (table != nullptr) ReadTable(table, *ContentsColumns.Get(), "the members of " + where);
+    if (const auto opened = Open<IABContainer>(addressBook, group.identifier, MAPI_DISTLIST, where)) {
+        Held<IMAPITable> table;
+        ExpectSuccess(opened->GetContentsTable(0, table.Receive()), where + ": GetContentsTable");
+        if (table) ReadTable(*table.Get(), *ContentsColumns.Get(), "the members of " + where);
         ADRENTRY& entry = list->aEntries[0];
-        ExpectSuccess(
-            static_cast<IMAPIProp*>(opened.get())->GetProps(groupTags.Get(), 0, &entry.cValues, &entry.rgPropVals),
-            where + ": GetProps");
-        ExpectValues(entry.rgPropVals, entry.cValues, *groupTags.Get(), where + ": GetProps");
-        if (entry.rgPropVals != nullptr && entry.cValues > 1) {
+        ExpectSuccess(opened->GetProps(GroupRecipientTags.Get(), 0, &entry.cValues, &entry.rgPropVals),
+                      where + ": GetProps");
+        ExpectValues(entry.rgPropVals, entry.cValues, *GroupRecipientTags.Get(), where + ": GetProps");
+        if (entry.rgPropVals != nullptr && entry.cValues > recipientTypePosition) {
             list->cEntries = 1;
-            entry.rgPropVals[1].ulPropTag = PR_RECIPIENT_TYPE;
-            entry.rgPropVals[1].Value.l = MAPI_TO;
+            entry.rgPropVals[recipientTypePosition].ulPropTag = PR_RECIPIENT_TYPE;
+            entry.rgPropVals[recipientTypePosition].Value.l = MAPI_TO;
             const bool isExpanded = ExpectSuccess(support.ExpandRecipients(0, &list), where + ": ExpandRecipients");
             if (!Expect(list != nullptr, where + ": ExpandRecipients", "leaves no list")) return;
             if (isExpanded &&

@@ -5,13 +5,12 @@
 #include <windows.h>
 
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "loaded_module.h"
-#include "provider/entry_points.h"
+#include "provider/holders.h"
 
 struct ProviderFault {
     std::string where;  // a function, or a table or entry by its name
@@ -53,11 +52,11 @@ class ProviderChecker {
                         std::vector<Row>& containers);
     void CheckPerson(IAddrBook& addressBook, SessionSupport& support, const Row& person, bool isFaxEntry);
     void CheckGroup(IAddrBook& addressBook, SessionSupport& support, const Row& group);
-    // Null when the entry cannot be opened. `types` are the object types that it may have.
-    IUnknown* Open(IAddrBook& addressBook, const std::string& identifier, const std::set<ULONG>& types,
-                   const std::string& where);
-    // Takes the table over.
-    std::vector<Row> ReadTable(IMAPITable* table, const SPropTagArray& columns, const std::string& where);
+    // Nothing when the entry cannot be opened, or is of another type than wanted. A provider may tell no type.
+    template <class Interface>
+    Held<Interface> Open(IAddrBook& addressBook, const std::string& identifier, ULONG wantedType,
+                         const std::string& where);
+    std::vector<Row> ReadTable(IMAPITable& table, const SPropTagArray& columns, const std::string& where);
     Row ReadRow(const SRow& row, const SPropTagArray& columns);
 
     const LoadedModule& module_;

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes a zip of a folder whose bytes depend on the files' names and contents only.
+"""Makes a zip of a folder whose bytes depend on nothing but the files' names and contents and the time given.
 
 usage: make_zip.py FOLDER ZIP SECONDS    SECONDS since 1970 are the time of every file in it
 """

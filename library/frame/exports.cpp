@@ -18,17 +18,14 @@ namespace {
 // The outcome of the last OpenAddressBook, CreateProfile or DisplayAdminProfiles.
 constinit HRESULT libraryLastResult = S_OK;
 
-// Added to the caller's flags for VOKOpen.
-constexpr ULONG openFlag = 8;
-
 // A session needs both objects: a success that gives only one has failed.
 HRESULT OpenProviderSession(SessionHandle& handle, HWND window, const char* profileName, ULONG openValue,
                             void* openData, ULONG flags) {
     if (providerTable.VOKOpen == nullptr) return E_FAIL;
     const WindowDisabler disabled(window);
     const HRESULT result =
-        providerTable.VOKOpen(window, profileName, openValue, openData, flags | openFlag, nullptr, nullptr, nullptr,
-                              handle.addressBook.Receive(), handle.support.Receive());
+        providerTable.VOKOpen(window, profileName, openValue, openData, flags | VOK_OPEN_FLAG, nullptr, nullptr,
+                              nullptr, handle.addressBook.Receive(), handle.support.Receive());
     return SUCCEEDED(result) && (!handle.addressBook || !handle.support) ? E_FAIL : result;
 }
 

@@ -48,6 +48,9 @@ struct ProfileAdministration : IUnknown {
                                                          ServiceAdministration** services) = 0;
 };
 
+// VOKOpen: added to the caller's flags.
+inline constexpr ULONG VOK_OPEN_FLAG = 8;
+
 // VOKAdminProfiles: what the administration object is wanted for.
 inline constexpr ULONG VOK_ADMIN_CREATE = 0;
 inline constexpr ULONG VOK_ADMIN_DISPLAY = 1;

@@ -3,13 +3,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// The most rows asked for at once.
-constexpr ULONG largestBatch = 10000;
-
-}  // namespace
-
 TableCursor::TableCursor(Held<IMAPITable> heldTable, const SPropTagArray* columns) : table_(std::move(heldTable)) {
     ULONG count = 0;
     // A row set that cannot be freed is not asked for.

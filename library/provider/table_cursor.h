@@ -11,6 +11,8 @@ class TableCursor {
   public:
     // The most rows that are read of one table. No address book comes near it; a table that never ends does.
     static constexpr ULONG mostRows = 10'000'000;
+    // The most rows asked for at once.
+    static constexpr ULONG largestBatch = 10'000;
 
     // An empty cursor.
     TableCursor() = default;

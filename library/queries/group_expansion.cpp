@@ -6,14 +6,10 @@
 #include "model/contents_columns.h"
 #include "model/fax_kinds.h"
 #include "provider/entry_opener.h"
+#include "queries/group_recipient_tags.h"
 #include "queries/record_writer.h"
 
 namespace {
-
-// What a group is read with before it is expanded. The second value is overwritten.
-constexpr PropTagArray<5> GroupRecipientTags{
-    .aulPropTag = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE}};
-constexpr ULONG recipientTypePosition = 1;
 
 #define MEMBER_FIELD(field, limit) TEXT_FIELD(GroupMemberRecord, field, limit, Cut::WholeCharacters)
 constexpr TextField nameField = MEMBER_FIELD(name, 85);
