@@ -1,12 +1,15 @@
 // Looks at everything that a set of cards gives out.
 #include "card_checks.h"
 
+#include "cards/card_identity.h"
 #include "text/code_pages.h"
 
-void ReportCounter::Report(size_t, std::string_view what, std::string_view advice) {
+void ReportCounter::Take(const Message& message) {
     ++count_;
-    Promise(!what.empty() && !advice.empty(), "a report says what is wrong and what to do");
-    Promise(IsUtf8(what) && IsUtf8(advice), "a report is UTF-8");
+    const ToldMessage told = FillIn(message);
+    Promise(!told.what.empty() && !told.advice.empty(), "a report says what is wrong and what to do");
+    Promise(IsUtf8(told.what) && IsUtf8(told.advice), "a report is UTF-8");
+    Promise(told.what.size() + told.advice.size() < 1024, "a report is short, however long its names are");
 }
 
 void DraftChecker::Receive(CardDraft& card) {
@@ -31,15 +34,19 @@ void CheckCards(const CardSet& cards) {
         line = card.line;
         Promise(!checkText(card.name).empty(), "a card has a name");
         for (const TextPosition text : {card.company, card.department, card.comment, card.email}) checkText(text);
-        if (card.uid != 0) Promise(cards.Find(checkText(card.uid)).has_value(), "a card is found by its identifier");
+        if (card.uid != 0) Promise(!cards.Find(checkText(card.uid)).empty(), "a card is found by its identifier");
         for (const FaxNumber& number : cards.FaxNumbers(card)) {
             Promise(!checkText(number.number).empty(), "a fax number is not empty");
             Promise(number.kind != FaxKind::None, "a fax number has a kind");
         }
         for (const Member& member : cards.Members(card)) {
-            const std::optional<std::uint32_t> found = cards.Find(checkText(member.address));
-            Promise(!found || *found < cards.Cards().size(), "a member that is found is a card");
+            for (const CardSet::Address& found : cards.Find(checkText(member.address)))
+                Promise(found.card < cards.Cards().size(), "a member that is found is a card");
         }
+        const std::uint64_t identity = IdentityOf(cards, card, 0);
+        Promise(!cards.FindIdentity(identity, 0).empty(), "a card is found by what it is known by");
+        for (const FaxNumber& number : cards.FaxNumbers(card))
+            Promise(!cards.FindIdentity(IdentityOf(identity, cards, number, 0), 0).empty(), "and so is its number");
     }
     for (const Category& category : cards.Categories()) {
         checkText(category.name);

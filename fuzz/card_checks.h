@@ -13,7 +13,7 @@
 // Counts what is reported, and looks at it.
 class ReportCounter final : public MessageReceiver {
   public:
-    void Report(size_t line, std::string_view what, std::string_view advice) override;
+    void Take(const Message& message) override;
     size_t Count() const { return count_; }
 
   private:
@@ -25,9 +25,7 @@ class DraftChecker final : public CardReceiver {
   public:
     explicit DraftChecker(CardReceiver& next) : next_(next) {}
     void Receive(CardDraft& card) override;
-    void Report(size_t line, std::string_view what, std::string_view advice) override {
-        next_.Report(line, what, advice);
-    }
+    void Take(const Message& message) override { next_.Take(message); }
 
   private:
     CardReceiver& next_;

@@ -46,18 +46,23 @@ class FuzzedSession {
     explicit FuzzedSession(FuzzedInput& theInput) : input_(theInput) {
         session_ = library_.OpenAddressBook(nullptr, "profile", 0, nullptr, 0, nullptr);
     }
-    ~FuzzedSession() {
-        inUse_ = session_ != nullptr;
-        Promise(library_.CloseAddressBook(session_) == 1, "a session closes");
+    void Close() {
+        inUse_ = IsOpen();
+        if (inUse_) Promise(library_.CloseAddressBook(session_) == 1, "a session closes");
         inUse_ = false;
+        closed_ = true;
     }
+    // The session whose entries this one is given as well.
+    void SetOther(FuzzedSession& other) { other_ = &other; }
     FuzzedSession(const FuzzedSession&) = delete;
     FuzzedSession& operator=(const FuzzedSession&) = delete;
 
-    bool IsOpen() const { return session_ != nullptr; }
-    void RunStep();
+    bool IsOpen() const { return session_ != nullptr && !closed_; }
+    void RunStep(std::uint32_t what);
+    static constexpr std::uint32_t stepCount = 9;
     // What a caller's code does in a message loop that the provider runs inside a call.
     void CallFromInside(std::uint32_t what);
+    static constexpr std::uint32_t insideCallCount = 6;
 
   private:
     void Read(std::uint32_t what);
@@ -65,9 +70,11 @@ class FuzzedSession {
     void ListContainers();
     void CountDestinations();
     void FillDestinations();
-    void ShowDetails();
-    void ExpandGroup();
+    void ShowDetails(const FuzzedSession& owner);
+    void ExpandGroup(const FuzzedSession& owner);
     void SwapFamilies();
+    void UseOthersEntries();
+    void CloseFromInside();
 
     // Counts and fills the records of one call of GetAddressBookList.
     void ListBooks(AddressBookEntry parent);
@@ -80,7 +87,9 @@ class FuzzedSession {
     const LibraryUnderTest& library_ = Library();
     FuzzedInput& input_;
     SessionHandle* session_;
+    FuzzedSession* other_ = nullptr;
     bool inUse_ = false;                   // while a call on this session is under way
+    bool closed_ = false;                  // from inside a call, which it outlives at most
     std::vector<AddressBookEntry> books_;  // with their containers
     std::vector<DestinationEntry> destinations_;
     std::uint32_t destinationCount_ = 0;
@@ -92,11 +101,13 @@ void FuzzedSession::ListBooks(AddressBookEntry parent) {
         Promise(count == 0, "a call that fails counts nothing");
         return;
     }
+    if (closed_) return;
     const std::uint32_t capacity = input_.TakeBool() ? count : input_.TakeBelow(count + 1);
     RecordArray<AddressBookRecord> records(capacity);
     const RecordListDescriptor descriptor = records.Describe();
     std::uint32_t left = capacity;
     const bool filled = library_.GetAddressBookList(session_, 0, parent, &left, &descriptor) == 1;
+    if (closed_) return;
     // Nothing is listed below what is no address book.
     Promise(filled == (capacity == count) && left == capacity, "what was counted fits exactly");
     for (const AddressBookRecord& record : records) {
@@ -124,6 +135,7 @@ void FuzzedSession::CountDestinations() {
     destinationCount_ = 0;
     const int32_t result = library_.GetDestinationList(session_, 0, book, &destinationCount_, nullptr);
     Promise(result == 1 || destinationCount_ == 0, "a call that fails counts nothing");
+    if (closed_) destinationCount_ = 0;
 }
 
 void FuzzedSession::FillDestinations() {
@@ -149,21 +161,23 @@ void FuzzedSession::FillDestinations() {
     }
 }
 
-void FuzzedSession::ShowDetails() {
-    const DestinationEntry destination = Choose(destinations_);
+void FuzzedSession::ShowDetails(const FuzzedSession& owner) {
+    const DestinationEntry destination = Choose(owner.destinations_);
     if (destination == nullptr) return;
     std::uint32_t size = 0;
     if (library_.GetDestinationDetails(session_, destination, &size, nullptr) != 1) return;
+    if (closed_ || owner.closed_) return;
     const auto text = std::make_unique<char[]>(size + 1);
     const int32_t result = library_.GetDestinationDetails(session_, destination, &size, text.get());
     Promise(result == 1 && std::strlen(text.get()) == size, "a text is as long as was said");
 }
 
-void FuzzedSession::ExpandGroup() {
-    const DestinationEntry destination = Choose(destinations_);
+void FuzzedSession::ExpandGroup(const FuzzedSession& owner) {
+    const DestinationEntry destination = Choose(owner.destinations_);
     if (destination == nullptr) return;
     std::uint32_t count = 0;
     library_.GetDestinationsInGroup(session_, 0, destination, &count, nullptr);
+    if (closed_ || owner.closed_) return;
     const std::uint32_t capacity = count + input_.TakeBelow(4);
     RecordArray<GroupMemberRecord> records(capacity);
     const RecordListDescriptor descriptor = records.Describe();
@@ -191,6 +205,32 @@ void FuzzedSession::SwapFamilies() {
     Promise(count == 0, "a wrong entry counts nothing");
 }
 
+// Entries of another session that is open: they stay, whatever is read through them.
+void FuzzedSession::UseOthersEntries() {
+    ShowDetails(*other_);
+    if (!closed_) ExpandGroup(*other_);
+    std::uint32_t count = 0;
+    const AddressBookEntry parent = closed_ ? nullptr : Choose(other_->books_);
+    if (parent != nullptr) library_.GetAddressBookList(session_, 0, parent, &count, nullptr);
+    const AddressBookEntry book = closed_ ? nullptr : Choose(other_->books_);
+    if (book == nullptr) return;
+    destinations_.clear();
+    destinationCount_ = 0;
+    library_.GetDestinationList(session_, 0, book, &destinationCount_, nullptr);
+    if (closed_) destinationCount_ = 0;
+}
+
+// A session that is in use ends with that; its entries are not used any more in either case.
+void FuzzedSession::CloseFromInside() {
+    if (!IsOpen()) return;
+    closed_ = true;
+    books_.clear();
+    destinations_.clear();
+    destinationCount_ = 0;
+    Promise(library_.CloseAddressBook(session_) == 1, "a session closes");
+    if (inUse_) Promise(library_.CloseAddressBook(session_) == 1, "a session closes, however often it is asked for");
+}
+
 void FuzzedSession::Read(std::uint32_t what) {
     switch (what) {
         case 0:
@@ -202,17 +242,18 @@ void FuzzedSession::Read(std::uint32_t what) {
         case 3:
             return FillDestinations();
         case 4:
-            return ShowDetails();
+            return ShowDetails(*this);
         case 5:
-            return ExpandGroup();
+            return ExpandGroup(*this);
         case 6:
             return SwapFamilies();
+        case 7:
+            return UseOthersEntries();
     }
 }
 
-void FuzzedSession::RunStep() {
-    const std::uint32_t what = input_.TakeBelow(8);
-    if (what == 7) {
+void FuzzedSession::RunStep(std::uint32_t what) {
+    if (what == 8) {
         const ServiceRecord services[] = {{"VCARD", 3, {}}, {"SECOND", 0, {}}};
         library_.CreateProfile(0, 0, "profile", input_.TakeBelow(3), services, nullptr);
         return;
@@ -230,7 +271,7 @@ void FuzzedSession::CallFromInside(std::uint32_t what) {
             Promise(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr) == 0, "a session is in use");
             return;
         case 1:
-            if (inUse_) library_.CloseAddressBook(session_);
+            if (inUse_) CloseFromInside();
             return;
         case 2:
             library_.CreateProfile(0, 0, "profile", 0, nullptr, nullptr);
@@ -241,6 +282,12 @@ void FuzzedSession::CallFromInside(std::uint32_t what) {
             library_.CloseAddressBook(other);
             return;
         }
+        case 4:
+            other_->CloseFromInside();
+            return;
+        case 5:
+            if (other_->IsOpen()) other_->RunStep(7);
+            return;
     }
 }
 
@@ -252,7 +299,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Script& script = TheScript();
     script.keepsCalls = false;
     MakeFuzzedScript(input, script);
-    const std::uint32_t insideAction = input.TakeBelow(4);
+    const std::uint32_t insideAction = input.TakeBelow(FuzzedSession::insideCallCount);
     unsigned callsUntilInside = input.TakeByte();
     FuzzedSession* running = nullptr;
     script.during = [&](const std::string&) {
@@ -260,9 +307,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
         running->CallFromInside(insideAction);
     };
     {
-        FuzzedSession session(input);
-        running = &session;
-        for (int steps = 0; session.IsOpen() && steps < 40 && !input.IsEmpty(); ++steps) session.RunStep();
+        FuzzedSession first(input), second(input);
+        first.SetOther(second);
+        second.SetOther(first);
+        for (int steps = 0; steps < 40 && !input.IsEmpty(); ++steps) {
+            const std::uint32_t step = input.TakeBelow(2 * FuzzedSession::stepCount);
+            running = step < FuzzedSession::stepCount ? &first : &second;
+            if (running->IsOpen()) running->RunStep(step % FuzzedSession::stepCount);
+        }
+        for (FuzzedSession* session : {&first, &second}) {
+            running = session;
+            session->Close();
+        }
+        running = nullptr;
     }
     script.during = nullptr;
     script.faults.clear();

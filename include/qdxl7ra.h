@@ -79,4 +79,10 @@ extern "C" {
 using VOKDiagnoseFunction = HRESULT STDAPICALLTYPE(const char* profileName, const char* location,
                                                    VOKDiagnosisReceiver* receiver);
 
+// Exported as VOKCountUnread: how often in this process an answer, to the library or of the diagnosis, was made without
+// something that could not be read, or could not be made for want of memory: a file, one behind some point, a folder,
+// settings. The library's functions deliver what there is and do not tell. A program whose lists must be whole asks
+// before and after it makes one: the same number says that nothing is missing in it; the diagnostics name what is.
+using VOKCountUnreadFunction = ULONG STDAPICALLTYPE();
+
 }  // extern "C"

@@ -22,17 +22,20 @@
  *  4. Life of entries. The entries of address books and containers live until the next call of GetAddressBookList
  *     with neither parent nor records on the same session; those of destinations until the next counting call of
  *     GetDestinationList on the same session; all of them at most until CloseAddressBook. An entry that has ended
- *     must not be passed. A live entry of the wrong kind is recognised and harmless.
- *  5. Text. Strings are 8-bit, NUL-terminated, in the system's ANSI code page (on a system whose ANSI code page is
- *     UTF-8: in UTF-8). A text field of a record takes as many bytes as its comment says and then a NUL; a longer
- *     text is cut. Where the comment says "whole characters", the cut never leaves part of a character. Bytes after
- *     the NUL and bytes that a comment calls unused keep what the caller put there.
+ *     must not be passed. A live entry of the wrong kind is recognised and harmless. A live entry of another session
+ *     is harmless, too; the provider is asked through the session that is called, and knows it or does not.
+ *  5. Text. Strings are 8-bit, NUL-terminated, in the process's ANSI code page: the system's, or UTF-8 where the
+ *     system or the program's manifest says so. A text field of a record takes as many bytes as its comment says and
+ *     then a NUL; a longer text is cut. Where the comment says "whole characters", the cut never leaves part of a
+ *     character. Bytes after the NUL and bytes that a comment calls unused keep what the caller put there.
  *  6. Threads. The library starts no thread and takes no lock. Call its functions from one thread at a time,
  *     normally the thread of the user interface.
  *  7. Calls from inside a call. A provider may run a message loop, so a caller's code can run while a call is under
- *     way. A reading function called then on the same session returns 0 and CloseAddressBook leaves the session
- *     open; both work again when the first call has returned, unless that closes the session. Other sessions are
- *     not affected.
+ *     way. A reading function called then on the same session, or with the entry of one of its groups, returns 0 and
+ *     works again when the first call has returned. CloseAddressBook called then returns 1 and closes the session when
+ *     the first call returns: from then on the session and its entries have ended, those that this call has written
+ *     into records, too. Closing it once more meanwhile changes nothing. Other sessions are not affected, but for one
+ *     whose group is being read or expanded: it is in use like the session that is called.
  *  8. Missing data is not an error. What a provider cannot deliver is missing from the result, and the function
  *     still returns 1.
  *  9. Memory. When memory ends, a function returns its failure value, nothing is leaked, and a later call works.
@@ -200,8 +203,9 @@ QDXL7RC_API int32_t GetDestinationDetails(SessionHandle* handle, DestinationEntr
 
 /* Expands a distribution list into fax destinations of its members.
  *   reserved  0; with any other value no record is written
- *   group     the entry of a DestinationRecord. A person's gives one record with the person's own number and leaves
- *             the counter alone when counting
+ *   group     the entry of a DestinationRecord. A person's gives one record with the person's own number, or none
+ *             when there is no number, and leaves the counter alone when counting: a caller that passes persons
+ *             provides room for one record whatever was counted
  *   count     the counter, convention 2. It receives the number of recipients; in an address book of contents style 4
  *             a recipient can give no record or two
  *   records   null to count, or where the records go: contiguous, 860 bytes each; recordSize is not read

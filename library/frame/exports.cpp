@@ -2,9 +2,9 @@
 #include "qdxl7rc.h"
 
 #include <new>
-#include <optional>
 
 #include "frame/export_guard.h"
+#include "frame/last_result.h"
 #include "frame/profiles.h"
 #include "frame/session_life.h"
 #include "frame/window_disabler.h"
@@ -14,9 +14,6 @@
 #include "queries/group_expansion.h"
 
 namespace {
-
-// The outcome of the last OpenAddressBook, CreateProfile or DisplayAdminProfiles.
-constinit HRESULT libraryLastResult = S_OK;
 
 // A session needs both objects: a success that gives only one has failed.
 HRESULT OpenProviderSession(SessionHandle& handle, HWND window, const char* profileName, ULONG openValue,
@@ -37,18 +34,22 @@ SessionHandle* FailOpening(HRESULT result) {
 // Runs one query on the session. A session that is in the middle of one refuses the next.
 template <class Query>
 int32_t RunQuery(SessionHandle* handle, Query query) {
-    if (handle == nullptr || handle->context == nullptr || handle->inUse) return 0;
-    handle->inUse = true;
-    const bool done = GuardAgainstExceptions(false, [&] { return query(*handle->context); });
-    handle->inUse = false;
-    return done ? 1 : 0;
+    if (handle == nullptr || handle->context == nullptr) return 0;
+    const SessionUse use(*handle);
+    if (!use) return 0;
+    return GuardAgainstExceptions(false, [&] { return query(*handle->context); }) ? 1 : 0;
 }
 
-// A profile export that could not load the provider leaves the last result alone.
-int32_t ReportProfileResult(std::optional<HRESULT> result) {
-    if (!result) return 0;
-    libraryLastResult = *result;
-    return SUCCEEDED(*result) ? 1 : 0;
+// The same for a query on a destination, which may be one of another session: that one stays, too. The entry is looked
+// at only when the session is not in the middle of a call: it may be reading anew what the entry belonged to.
+template <class Query>
+int32_t RunDestinationQuery(SessionHandle* handle, DestinationEntry entry, Query query) {
+    return RunQuery(handle, [&](QueryContext& context) {
+        SessionHandle* owner = FindOwningSession(entry);
+        if (owner == nullptr || owner == handle) return query(context);
+        const SessionUse use(*owner);
+        return use && query(context);
+    });
 }
 
 }  // namespace
@@ -71,7 +72,7 @@ SessionHandle* OpenAddressBook(void* window, const char* profileName, uint32_t o
 }
 
 int32_t CloseAddressBook(SessionHandle* handle) {
-    if (IsValidHandle(handle) && !handle->inUse) DestroyHandle(handle);
+    if (IsValidHandle(handle)) DestroyHandle(handle);
     return 1;
 }
 
@@ -104,15 +105,15 @@ int32_t GetDestinationList(SessionHandle* handle, uint32_t /*reserved*/, Address
 
 int32_t GetDestinationDetails(SessionHandle* handle, DestinationEntry entry, uint32_t* size, char* buffer) {
     if (entry == nullptr || size == nullptr) return 0;
-    return RunQuery(handle,
-                    [&](QueryContext& context) { return WriteDestinationDetails(context, entry, *size, buffer); });
+    return RunDestinationQuery(
+        handle, entry, [&](QueryContext& context) { return WriteDestinationDetails(context, entry, *size, buffer); });
 }
 
 int32_t GetDestinationsInGroup(SessionHandle* handle, uint32_t reserved, DestinationEntry group, uint32_t* count,
                                const RecordListDescriptor* records) {
     if (group == nullptr || count == nullptr) return 0;
-    return RunQuery(handle,
-                    [&](QueryContext& context) { return ExpandGroup(context, reserved, group, *count, records); });
+    return RunDestinationQuery(
+        handle, group, [&](QueryContext& context) { return ExpandGroup(context, reserved, group, *count, records); });
 }
 
 int32_t CreateProfile(uintptr_t uiParam, uint32_t flags, const char* profileName, uint32_t serviceCount,
@@ -121,14 +122,15 @@ int32_t CreateProfile(uintptr_t uiParam, uint32_t flags, const char* profileName
         libraryLastResult = E_INVALIDARG;
         return 0;
     }
-    return ReportProfileResult(CreateProviderProfile(uiParam, flags, profileName, serviceCount, services,
-                                                     static_cast<HMODULE>(resourceModule)));
+    return CreateProviderProfile(uiParam, flags, profileName, serviceCount, services,
+                                 static_cast<HMODULE>(resourceModule))
+               ? 1
+               : 0;
 }
 
 int32_t DisplayAdminProfiles(uintptr_t adminParam, const char* profileName, uintptr_t uiParam, uint32_t flags,
                              void* resourceModule) {
-    const std::optional<HRESULT> result =
-        ShowProviderAdministration(adminParam, profileName, uiParam, flags, static_cast<HMODULE>(resourceModule));
-    const int32_t success = ReportProfileResult(result);
-    return result == MAPI_E_USER_CANCEL ? 1 : success;
+    return ShowProviderAdministration(adminParam, profileName, uiParam, flags, static_cast<HMODULE>(resourceModule))
+               ? 1
+               : 0;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frame/export_guard.h"
+#include "frame/last_result.h"
 #include "frame/session_life.h"
 #include "provider/holders.h"
 
@@ -33,17 +34,15 @@ HRESULT OpenAdministration(ULONG mode, ULONG_PTR uiParam, const char* profileNam
     return SUCCEEDED(result) && !administration ? E_FAIL : result;
 }
 
-HRESULT OpenServices(ProfileAdministration& profiles, const char* profileName, Held<ServiceAdministration>& services) {
-    const HRESULT result = profiles.AdministerServices(profileName, nullptr, services.Receive());
-    return SUCCEEDED(result) && !services ? E_FAIL : result;
-}
-
-HRESULT AddServices(ServiceAdministration& administration, uint32_t serviceCount, const ServiceRecord* services,
-                    HRESULT resultWithoutServices) {
-    HRESULT result = resultWithoutServices;
-    for (uint32_t i = 0; i < serviceCount && SUCCEEDED(result); ++i)
-        result =
-            administration.CreateService(services[i].serviceName, "", GetProviderFlags(services[i].serviceFlags), 0, 0);
+// Without services the result is that of opening their administration, whether or not that gave an object.
+HRESULT AddServices(ProfileAdministration& profiles, const char* profileName, uint32_t serviceCount,
+                    const ServiceRecord* services, Held<ServiceAdministration>& administration) {
+    HRESULT result = profiles.AdministerServices(profileName, nullptr, administration.Receive());
+    for (uint32_t i = 0; i < serviceCount && SUCCEEDED(result); ++i) {
+        if (!administration) return E_FAIL;
+        result = administration->CreateService(services[i].serviceName, "", GetProviderFlags(services[i].serviceFlags),
+                                               0, 0);
+    }
     return result;
 }
 
@@ -62,26 +61,26 @@ bool ClearProfileLock(const char* profileName) {
 
 }  // namespace
 
-std::optional<HRESULT> CreateProviderProfile(ULONG_PTR uiParam, ULONG flags, const char* profileName,
-                                             uint32_t serviceCount, const ServiceRecord* services,
-                                             HMODULE resourceModule) {
+bool CreateProviderProfile(ULONG_PTR uiParam, ULONG flags, const char* profileName, uint32_t serviceCount,
+                           const ServiceRecord* services, HMODULE resourceModule) {
     const OwnedHandle temporary = CreateHandle(profileName, resourceModule);
-    if (temporary == nullptr) return std::nullopt;
-    return GuardAgainstExceptions(E_FAIL, [&] {
-        Held<ProfileAdministration> profiles;
-        Held<ServiceAdministration> profileServices;
-        HRESULT result = OpenAdministration(VOK_ADMIN_CREATE, uiParam, profileName, flags, profiles);
-        if (SUCCEEDED(result)) result = profiles->CreateProfile(profileName, nullptr, 0);
-        if (SUCCEEDED(result)) result = OpenServices(*profiles.Get(), profileName, profileServices);
-        if (SUCCEEDED(result)) result = AddServices(*profileServices.Get(), serviceCount, services, result);
-        return result;
+    if (temporary == nullptr) return false;
+    Held<ProfileAdministration> profiles;
+    Held<ServiceAdministration> profileServices;
+    const HRESULT result = GuardAgainstExceptions(E_FAIL, [&] {
+        HRESULT last = OpenAdministration(VOK_ADMIN_CREATE, uiParam, profileName, flags, profiles);
+        if (SUCCEEDED(last)) last = profiles->CreateProfile(profileName, nullptr, 0);
+        if (SUCCEEDED(last)) last = AddServices(*profiles.Get(), profileName, serviceCount, services, profileServices);
+        return last;
     });
+    libraryLastResult = result;
+    return SUCCEEDED(result);
 }
 
-std::optional<HRESULT> ShowProviderAdministration(ULONG_PTR adminParam, const char* profileName, ULONG_PTR uiParam,
-                                                  ULONG flags, HMODULE resourceModule) {
+bool ShowProviderAdministration(ULONG_PTR adminParam, const char* profileName, ULONG_PTR uiParam, ULONG flags,
+                                HMODULE resourceModule) {
     const OwnedHandle temporary = CreateHandle(profileName, resourceModule);
-    if (temporary == nullptr) return std::nullopt;
+    if (temporary == nullptr) return false;
     Held<ProfileAdministration> profiles;
     const HRESULT result = GuardAgainstExceptions(E_FAIL, [&] {
         const HRESULT opened =
@@ -89,5 +88,6 @@ std::optional<HRESULT> ShowProviderAdministration(ULONG_PTR adminParam, const ch
         return SUCCEEDED(opened) ? profiles->ShowAdministration(profileName, adminParam, 0) : opened;
     });
     GuardAgainstExceptions(false, [&] { return ClearProfileLock(profileName); });
-    return result;
+    libraryLastResult = result;
+    return SUCCEEDED(result) || result == MAPI_E_USER_CANCEL;
 }

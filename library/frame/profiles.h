@@ -5,14 +5,13 @@
 
 #include <windows.h>
 
-#include <optional>
+// Creates a profile, then adds the services in order up to the first that fails. Stores the last result that the
+// provider gave as the library's; false when that is a failure, or when the provider could not be loaded: then nothing
+// is stored.
+bool CreateProviderProfile(ULONG_PTR uiParam, ULONG flags, const char* profileName, uint32_t serviceCount,
+                           const ServiceRecord* services, HMODULE resourceModule);
 
-// Creates a profile, then adds the services in order up to the first that fails. The last result that the provider
-// gave, or nothing when the provider could not be loaded.
-std::optional<HRESULT> CreateProviderProfile(ULONG_PTR uiParam, ULONG flags, const char* profileName,
-                                             uint32_t serviceCount, const ServiceRecord* services,
-                                             HMODULE resourceModule);
-
-// Shows the administration of profiles, then clears the profile's lock whatever that gave. The result is as above.
-std::optional<HRESULT> ShowProviderAdministration(ULONG_PTR adminParam, const char* profileName, ULONG_PTR uiParam,
-                                                  ULONG flags, HMODULE resourceModule);
+// Shows the administration of profiles, then clears the profile's lock whatever that gave. The result is as above, but
+// for a user who cancels, which is no failure.
+bool ShowProviderAdministration(ULONG_PTR adminParam, const char* profileName, ULONG_PTR uiParam, ULONG flags,
+                                HMODULE resourceModule);

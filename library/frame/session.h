@@ -5,6 +5,7 @@
 #include <string>
 
 #include "model/details.h"
+#include "provider/entry_points.h"
 #include "provider/holders.h"
 
 struct SessionHandle;
@@ -31,12 +32,11 @@ struct SessionHandle {
         context.reset();
     }
 
-    static constexpr size_t longestProfileName = 64;  // in bytes
-
     Held<IAddrBook> addressBook;
     Held<SessionSupport> support;
     HRESULT lastResult = S_OK;  // nothing changes it
     char profileName[longestProfileName + 1] = {};
     std::unique_ptr<QueryContext> context;  // null when there was no memory for it
-    bool inUse = false;                     // while a reading export works on this session
+    bool inUse = false;                     // while a reading export works on this session, or on a list of it
+    bool closes = false;                    // when that export is done
 };

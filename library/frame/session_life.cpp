@@ -37,7 +37,19 @@ OwnedHandle CreateHandle(const char* profileName, HMODULE resourceModule) {
     return OwnedHandle(handle.release());
 }
 
+SessionUse::SessionUse(SessionHandle& session) : session_(session.inUse ? nullptr : &session) {
+    session.inUse = true;
+}
+
+SessionUse::~SessionUse() {
+    if (session_ == nullptr) return;
+    session_->inUse = false;
+    if (session_->closes) DestroyHandle(session_);
+}
+
 void DestroyHandle(SessionHandle* handle) {
+    handle->closes = true;
+    if (handle->inUse) return;
     handle->inUse = true;
     OwnedHandle destroyed(handle);
 }

@@ -41,6 +41,17 @@ class ContentsReader {
 
     CString Copy(const char* text) { return CString(list_.blocks, text); }
     CString Copy(const ContentsRow& row, ContentsColumn column) { return Copy(row.GetString(column)); }
+    // The fax entries of one person follow each other and have texts in common: one copy serves all of them.
+    void SetText(CUserDetails& details, CString CUserDetails::*member, const char* text) {
+        const std::string_view view(text);
+        if (entryBefore_ != nullptr && (entryBefore_->*member).View() == view)
+            details.*member = entryBefore_->*member;
+        else
+            details.*member = CString(list_.blocks, view);
+    }
+    void SetText(CUserDetails& details, CString CUserDetails::*member, const ContentsRow& row, ContentsColumn column) {
+        SetText(details, member, row.GetString(column));
+    }
     // The person's own companions, made when the first one is there.
     CUserCompanions& Companions(CUserDetails& details) {
         if (companions_ == nullptr) details.companions = companions_ = list_.blocks.Create<CUserCompanions>();
@@ -56,11 +67,12 @@ class ContentsReader {
     EntryOpener opener_;
     SessionSupport* support_;
     CUserCompanions* companions_ = nullptr;       // of the person that is read
+    const CUserDetails* entryBefore_ = nullptr;   // in a table of fax entries
     std::optional<FaxEntryTexts> faxEntryTexts_;  // when the table is read as fax entries
 };
 
 void ContentsReader::Read(const EntryId* containerId) {
-    const Held<IABContainer> container = opener_.OpenContainer(GetBytes(containerId));
+    const Held<IABContainer> container = opener_.OpenContainer(containerId);
     if (!container) return;
     Held<IMAPITable> table;
     const HRESULT style = container->GetContentsTable(0, table.Receive());
@@ -88,10 +100,11 @@ void ContentsReader::AddUser(const ContentsRow& row) {
     FillUserDetails(row, *details);
     list_.AddTail(details);
     list_.recordCount += CountRecords(*details);
+    if (faxEntryTexts_) entryBefore_ = details;
 }
 
 void ContentsReader::AddDistributionList(const ContentsRow& row) {
-    CDistributionListDetails* details = list_.blocks.Create<CDistributionListDetails>();
+    CDistributionListDetails* details = list_.blocks.Create<CDistributionListDetails>(list_);
     details->name = Copy(row, ContentsColumn::DisplayName);
     details->extraText = Copy(row, ContentsColumn::ExtraText);
     details->comment = Copy(row, ContentsColumn::Comment);
@@ -103,9 +116,9 @@ void ContentsReader::AddDistributionList(const ContentsRow& row) {
 void ContentsReader::FillUserDetails(const ContentsRow& row, CUserDetails& details) {
     SetEntryId(details, list_.blocks, row.GetEntryId(), PR_ENTRYID);
     if (!ReadMissingProperties(row, details)) {
-        details.comment = Copy(row, ContentsColumn::Comment);
-        details.company = Copy(row, ContentsColumn::CompanyName);
-        details.department = Copy(row, ContentsColumn::DepartmentName);
+        SetText(details, &CUserDetails::comment, row, ContentsColumn::Comment);
+        SetText(details, &CUserDetails::company, row, ContentsColumn::CompanyName);
+        SetText(details, &CUserDetails::department, row, ContentsColumn::DepartmentName);
         CopyCompanion(details, &CUserCompanions::userExtraText, row.GetString(ContentsColumn::ExtraText));
         CopyCompanion(details, &CUserCompanions::extraShortText, row.GetString(ContentsColumn::ExtraShortText));
     }
@@ -123,7 +136,7 @@ bool ContentsReader::ReadMissingProperties(const ContentsRow& row, CUserDetails&
     const bool missing = row.IsError(ContentsColumn::CompanyName) || row.IsError(ContentsColumn::DepartmentName) ||
                          row.IsError(ContentsColumn::Comment);
     if (!missing) return false;
-    const EntryProperties properties(opener_, support_, GetBytes(details.entryId), MissingPropertyTags.Get());
+    const EntryProperties properties(opener_, support_, details.entryId, MissingPropertyTags.Get());
     const std::optional<PropertyValues> values = properties.GetValues();
     if (!values) return false;
     const auto get = [&](MissingProperty property) {
@@ -192,13 +205,13 @@ void ContentsReader::ReadFaxEntry(const ContentsRow& row, CUserDetails& details)
 // The plain name is known to the entry only; without it there is no telling where in the address the number begins.
 void ContentsReader::ReadNumberInAddress(const ContentsRow& row, CUserDetails& details) {
     const char* displayName = row.GetString(ContentsColumn::DisplayName);
-    const EntryProperties properties(opener_, support_, GetBytes(details.entryId), PlainNameTags.Get());
+    const EntryProperties properties(opener_, support_, details.entryId, PlainNameTags.Get());
     const std::optional<PropertyValues> values = properties.GetValues();
     if (!values) {
         details.name = Copy(displayName);
         return;
     }
-    details.name = Copy(GetColumnString(*values, 0, PR_ORIGINAL_DISPLAY_NAME));
+    SetText(details, &CUserDetails::name, GetColumnString(*values, 0, PR_ORIGINAL_DISPLAY_NAME));
     const std::string_view number =
         GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), details.name.View());
     const FaxKind suffixKind = faxEntryTexts_->GetFaxKindFromName(displayName);
@@ -229,9 +242,6 @@ void ContentsReader::SetFaxNumber(CUserDetails& details, FaxKind kind, CString n
 
 }  // namespace
 
-std::unique_ptr<DestinationList> ReadContainerContents(QueryContext& context, const EntryId* containerId,
-                                                       MemoryBlocks&& recycled) {
-    auto list = std::make_unique<DestinationList>(std::move(recycled));
-    ContentsReader(context, *list).Read(containerId);
-    return list;
+void ReadContainerContents(QueryContext& context, const EntryId* containerId, DestinationList& list) {
+    ContentsReader(context, list).Read(containerId);
 }

@@ -4,6 +4,9 @@
 
 #include "model/entries.h"
 
+struct DestinationList;
+struct SessionHandle;
+
 struct CEntryDetails : CHandleEntry {
     using CHandleEntry::CHandleEntry;
     CString name;
@@ -17,13 +20,16 @@ struct CContentsDetails : CEntryDetails {
 };
 
 struct CDistributionListDetails : CContentsDetails {
-    CDistributionListDetails() : CContentsDetails(EntryKind::DistributionList) {}
+    explicit CDistributionListDetails(DestinationList& theOwner)
+        : CContentsDetails(EntryKind::DistributionList), owner(theOwner) {}
 
     struct CDetails : CObject {
         uint32_t objectType = 0;  // MAPI_MAILUSER, MAPI_DISTLIST, or 0 for any other
         CString name;
     };
 
+    // The list that this one is in. A caller may hand it to another session, and its members belong here all the same.
+    DestinationList& owner;
     // The direct members (CDetails); null until the details text of the list is asked for.
     CObList* members = nullptr;
 };
@@ -66,8 +72,15 @@ struct CUserDetails : CContentsDetails {
 
 // The destinations of one address book, in the order of its contents table: CUserDetails and CDistributionListDetails.
 struct DestinationList : CObjectList {
-    using CObjectList::CObjectList;
-    uint32_t recordCount = 0;  // records that a caller needs for them
+    explicit DestinationList(SessionHandle* theSession) : session(theSession) {}
+
+    void DeleteAll() {
+        CObjectList::DeleteAll();
+        recordCount = 0;
+    }
+
+    SessionHandle* session;    // the session that owns this list
+    uint32_t recordCount = 0;  // records that a caller needs for its objects
 };
 
 // The destination that a caller's handle names, or null when it names an address book or container. The handle must be
@@ -76,4 +89,12 @@ inline CContentsDetails* AsDestination(void* handle) {
     auto* entry = static_cast<CHandleEntry*>(handle);
     const bool right = entry->kind == EntryKind::User || entry->kind == EntryKind::DistributionList;
     return right ? static_cast<CContentsDetails*>(entry) : nullptr;
+}
+
+// The session that owns a distribution list, whose entry is used while the provider is asked for its members and must
+// stay so long. Null for any other entry: none of those is looked at once the provider has been called.
+inline SessionHandle* FindOwningSession(void* handle) {
+    const CContentsDetails* details = AsDestination(handle);
+    if (details == nullptr || details->kind != EntryKind::DistributionList) return nullptr;
+    return static_cast<const CDistributionListDetails*>(details)->owner.session;
 }

@@ -2,8 +2,8 @@
 // those are told apart. Objects own nothing by themselves: see CObjectList.
 #pragma once
 
-#include "model/entry_id.h"
 #include "model/object_list.h"
+#include "provider/entry_id.h"
 
 enum class EntryKind : uint32_t {
     AddressBook = 1,
@@ -41,6 +41,17 @@ struct CAddressBookEntry : CBaseEntry {
     // All containers below it (CContainerEntry), depth first, each before its own children; null until they are asked
     // for.
     CObList* children = nullptr;
+};
+
+// What a person stands for in the expansion of a group: one fax destination. Its texts are the person's own.
+struct CRecipientEntry : CObject {
+    CString name;
+    CString faxNumber;
+    CString company;
+    CString department;
+    CString faxAttr1;
+    CString faxAttr2;
+    CString faxAttr3;
 };
 
 // The address-book or container entry that a caller's handle names, or null when it names a destination. The handle

@@ -9,12 +9,14 @@
 class CObjectList : public CObList {
   public:
     CObjectList() = default;
-
-    // An empty list that uses the blocks of an earlier list again.
-    explicit CObjectList(MemoryBlocks&& recycled) : blocks(std::move(recycled)) { blocks.Reset(); }
-
     CObjectList(const CObjectList&) = delete;
     CObjectList& operator=(const CObjectList&) = delete;
+
+    // Ends every object. The list stays, empty, and uses its memory again.
+    void DeleteAll() {
+        RemoveAll();
+        blocks.Reset();
+    }
 
     MemoryBlocks blocks;
 };

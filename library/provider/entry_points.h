@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 #include "provider/mapi_interfaces.h"
 
 // The second object of a session: the provider's memory and the expansion of groups.
@@ -22,6 +24,9 @@ struct SessionSupport : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE ExpandRecipients(ULONG flags, ADRLIST** addressList) = 0;
 };
 
+// In bytes: as much of a profile's name as a session keeps.
+inline constexpr size_t longestProfileName = 64;
+
 // The message services of one profile.
 struct ServiceAdministration : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE Reserved3() = 0;
@@ -35,7 +40,7 @@ struct ServiceAdministration : IUnknown {
 struct ProfileAdministration : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE Reserved3() = 0;
     virtual HRESULT STDMETHODCALLTYPE Reserved4() = 0;
-    // 5: creates a profile without services.
+    // 5: creates a profile without services. Its services are those that are created before the objects are released.
     virtual HRESULT STDMETHODCALLTYPE CreateProfile(const char* profileName, const char* password, ULONG flags) = 0;
     virtual HRESULT STDMETHODCALLTYPE Reserved6() = 0;
     // 7: shows the administration to the user; window is an HWND.

@@ -1,10 +1,11 @@
 // EntryProperties: opening and asking.
 #include "provider/entry_properties.h"
 
-EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
+EntryProperties::EntryProperties(EntryOpener& opener, SessionSupport* support, const EntryId* entryId,
                                  const SPropTagArray* tags)
     : properties_(support) {
-    entry_ = opener.OpenEntry(identifier);
+    if (GetBytes(entryId).empty()) return;
+    entry_ = opener.OpenEntry(entryId);
     if (!entry_) return;
     succeeded_ = SUCCEEDED(entry_->GetProps(tags, 0, &properties_.count, &properties_.values));
 }

@@ -8,9 +8,8 @@
 
 class EntryProperties {
   public:
-    // Opens the entry and asks for the properties.
-    EntryProperties(EntryOpener& opener, SessionSupport* support, std::string_view identifier,
-                    const SPropTagArray* tags);
+    // Opens the entry and asks for the properties; not for an identifier without bytes, which is no person's.
+    EntryProperties(EntryOpener& opener, SessionSupport* support, const EntryId* entryId, const SPropTagArray* tags);
 
     // The values in the order of the tags, valid as long as this object; nothing when they could not be had.
     std::optional<PropertyValues> GetValues() const;

@@ -19,7 +19,7 @@ std::optional<PropertyValues> TableCursor::Next() {
     return PropertyValues(rows_->aRow[nextRow_++]);
 }
 
-// The rows counted decide when the table ends: a batch that holds more than were asked for or left is the last.
+// The rows that came are taken off the count, however many were asked for; the table ends when none are left of it.
 bool TableCursor::FetchBatch() {
     if (remaining_ == 0) return false;
     const HRESULT result = table_->QueryRows(static_cast<LONG>(batchSize_), 0, rows_.Receive());
@@ -29,6 +29,6 @@ bool TableCursor::FetchBatch() {
         return false;
     }
     nextRow_ = 0;
-    remaining_ = rows_->cRows > batchSize_ ? 0 : remaining_ - std::min(remaining_, rows_->cRows);
+    remaining_ -= std::min(remaining_, rows_->cRows);
     return true;
 }

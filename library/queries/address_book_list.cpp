@@ -42,13 +42,11 @@ void WriteEntry(const RecordWriter& writer, const AddressBookRecord* parent, con
     writer.PutText(nameField, entry.name.View());
 }
 
-// The new tree takes the place of the old one when it is complete; the old one ends first.
+// There is no tree while it is read: the old one ends first.
 void ReadAddressBooks(QueryContext& context) {
-    MemoryBlocks recycled;
-    if (context.addressBookTree != nullptr) recycled = std::move(context.addressBookTree->blocks);
-    context.addressBookTree.reset();
-
-    auto tree = std::make_unique<CObjectList>(std::move(recycled));
+    std::unique_ptr<CObjectList> tree = std::move(context.addressBookTree);
+    if (tree == nullptr) tree = std::make_unique<CObjectList>();
+    tree->DeleteAll();
     const Held<IABContainer> root = EntryOpener(context.session->addressBook.Get()).OpenRoot();
     TableCursor rows = ReadHierarchy(root);
     while (tree->GetCount() < mostContainers) {

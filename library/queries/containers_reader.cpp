@@ -51,7 +51,7 @@ void ContainersReader::Read(const CAddressBookEntry& book) {
             CString(blocks_, row.GetString(HierarchyColumn::DisplayName)), path_.back().entry, children_.GetCount());
         children_.AddTail(entry);
         SetEntryId(*entry, blocks_, row.GetEntryId(), PR_ENTRYID);
-        Enter(entry->entryId, entry);
+        if (!GetBytes(entry->entryId).empty()) Enter(entry->entryId, entry);
     }
 }
 
@@ -59,7 +59,7 @@ void ContainersReader::Read(const CAddressBookEntry& book) {
 void ContainersReader::Enter(const EntryId* entryId, const CContainerEntry* entry) {
     const std::string_view identifier = GetBytes(entryId);
     if (openIdentifiers_.contains(identifier)) return;
-    Held<IABContainer> container = opener_.OpenContainer(identifier);
+    Held<IABContainer> container = opener_.OpenContainer(entryId);
     if (!container) return;
     openIdentifiers_.insert(identifier);
     TableCursor rows = ReadHierarchy(container);

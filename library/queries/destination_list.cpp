@@ -104,11 +104,12 @@ bool WriteDistributionList(const CContentsDetails& list, RecordAddresses& addres
 bool CountDestinations(QueryContext& context, const void* addressBookEntry, uint32_t& count) {
     const CBaseEntry* addressBook = AsAddressBookEntry(addressBookEntry);
     if (addressBook == nullptr) return false;
-    MemoryBlocks recycled;
-    if (context.destinationList != nullptr) recycled = std::move(context.destinationList->blocks);
-    context.destinationList.reset();
-    context.destinationList = ReadContainerContents(context, addressBook->entryId, std::move(recycled));
-    count += context.destinationList->recordCount;
+    std::unique_ptr<DestinationList> list = std::move(context.destinationList);
+    if (list == nullptr) list = std::make_unique<DestinationList>(context.session);
+    list->DeleteAll();
+    ReadContainerContents(context, addressBook->entryId, *list);
+    count += list->recordCount;
+    context.destinationList = std::move(list);
     return true;
 }
 

@@ -36,6 +36,14 @@ struct FaxAttributes {
     std::string_view attr3;
 };
 
+struct ExtendedFax {
+    uint16_t value1 = 0;
+    uint16_t value2 = 0;
+    std::string_view number;
+    std::string_view attr1;
+    std::string_view attr2;
+};
+
 // One fax destination of a member. Views of the provider's or the destination list's texts; what stays empty is written
 // as an empty text.
 struct MemberDetails {
@@ -43,14 +51,10 @@ struct MemberDetails {
     std::string_view company;
     std::string_view department;
     std::string_view firstNumber;
-    FaxAttributes businessAttrs;
-    std::string_view homeNumber;
-    FaxAttributes homeAttrs;
-    uint16_t extendedValue1 = 0;
-    uint16_t extendedValue2 = 0;
-    std::string_view extendedNumber;
-    std::string_view extendedAttr1;
-    std::string_view extendedAttr2;
+    FaxAttributes businessAttrs = {};
+    std::string_view homeNumber = {};
+    FaxAttributes homeAttrs = {};
+    ExtendedFax extended = {};
 };
 
 // Writes records one after the other, until there is one that the caller has no room for.
@@ -61,10 +65,29 @@ class MemberWriter {
           left_(storage_ != nullptr ? capacity : 0),
           contentsStyle_(style) {}
 
-    void Write(const MemberDetails& member);
+    // One recipient with one number, which may be of any kind.
+    void AddMemberDetails(const ContentsRow& entry, std::string_view name, std::string_view firstNumber) {
+        AddMemberDetails(entry, name, firstNumber, {}, {}, {}, {});
+    }
+    // One recipient with all that it has.
+    void AddMemberDetails(const ContentsRow& entry, std::string_view name, std::string_view firstNumber,
+                          const FaxAttributes& businessAttrs, std::string_view homeNumber,
+                          const FaxAttributes& homeAttrs, const ExtendedFax& extended) {
+        Write({name, entry.GetString(ContentsColumn::CompanyName), entry.GetString(ContentsColumn::DepartmentName),
+               firstNumber, businessAttrs, homeNumber, homeAttrs, extended});
+    }
+    void AddRecipient(const CRecipientEntry& recipient) {
+        Write({recipient.name.View(),
+               recipient.company.View(),
+               recipient.department.View(),
+               recipient.faxNumber.View(),
+               {recipient.faxAttr1.View(), recipient.faxAttr2.View(), recipient.faxAttr3.View()}});
+    }
     bool HasOverflowed() const { return overflowed_; }
 
   private:
+    void Write(const MemberDetails& member);
+
     char* storage_;
     uint32_t left_;
     uint32_t contentsStyle_;
@@ -91,11 +114,11 @@ void MemberWriter::Write(const MemberDetails& member) {
     writer.PutText(homeFaxAttr1Field, member.homeAttrs.attr1);
     writer.PutText(homeFaxAttr2Field, member.homeAttrs.attr2);
     writer.PutText(homeFaxAttr3Field, member.homeAttrs.attr3);
-    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue1), member.extendedValue1);
-    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue2), member.extendedValue2);
-    writer.PutText(extendedFaxField, member.extendedNumber);
-    writer.PutText(extendedFaxAttr1Field, member.extendedAttr1);
-    writer.PutText(extendedFaxAttr2Field, member.extendedAttr2);
+    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue1), member.extended.value1);
+    writer.PutValue(offsetof(GroupMemberRecord, extendedFaxValue2), member.extended.value2);
+    writer.PutText(extendedFaxField, member.extended.number);
+    writer.PutText(extendedFaxAttr1Field, member.extended.attr1);
+    writer.PutText(extendedFaxAttr2Field, member.extended.attr2);
 }
 
 // Replaces the list's one entry, the group, by the recipients that the provider expands it to. False when the provider
@@ -108,7 +131,7 @@ bool Expand(const SessionHandle& session, const CDistributionListDetails& group,
     *recipients.list = {};
     if (FAILED(allocated)) return false;
     {
-        const Held<IMAPIProp> opened = EntryOpener(session.addressBook.Get()).OpenEntry(GetBytes(group.entryId));
+        const Held<IMAPIProp> opened = EntryOpener(session.addressBook.Get()).OpenEntry(group.entryId);
         if (!opened) return false;
         // Of the result only the values count; they belong to the list from here on.
         ADRENTRY& entry = recipients.list->aEntries[0];
@@ -125,89 +148,86 @@ bool Expand(const SessionHandle& session, const CDistributionListDetails& group,
 }
 
 // The numbers of one recipient in an address book that is read as fax entries: none, one or two.
-void WriteFaxEntry(const ContentsRow& row, const FaxEntryTexts& texts, MemberDetails member, MemberWriter& writer) {
-    const auto write = [&](std::string_view number) {
-        if (number.empty()) return false;
-        member.firstNumber = number;
-        writer.Write(member);
-        return true;
-    };
+void AddFaxEntry(const ContentsRow& row, const FaxEntryTexts& texts, MemberWriter& writer) {
     const std::string_view addressType = row.GetString(ContentsColumn::AddrType);
     const std::string_view plainName = row.GetString(ContentsColumn::OriginalDisplayName);
-    if (texts.IsFax(addressType)) {
-        member.name = plainName;
-        write(GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), plainName));
+    const bool fax = texts.IsFax(addressType);
+    const std::string_view name = fax ? plainName : row.GetString(ContentsColumn::DisplayName);
+    const auto add = [&](std::string_view number) {
+        if (!number.empty()) writer.AddMemberDetails(row, name, number);
+        return !number.empty();
+    };
+    if (fax) {
+        add(GetNumberInAddress(row.GetString(ContentsColumn::EmailAddress), plainName));
         return;
     }
-    if (write(row.GetString(ContentsColumn::PrimaryFaxNumber))) return;
+    if (add(row.GetString(ContentsColumn::PrimaryFaxNumber))) return;
     if ((texts.IsSmtp(addressType) || addressType.empty()) && plainName.empty()) {
-        write(row.GetString(ContentsColumn::BusinessFaxNumber));
-        write(row.GetString(ContentsColumn::HomeFaxNumber));
+        add(row.GetString(ContentsColumn::BusinessFaxNumber));
+        add(row.GetString(ContentsColumn::HomeFaxNumber));
     }
 }
 
 // One record for one recipient: with the primary number alone, or without one with everything else.
-void WriteFaxColumns(const ContentsRow& row, MemberDetails member, MemberWriter& writer) {
-    member.firstNumber = row.GetString(ContentsColumn::PrimaryFaxNumber);
-    if (member.firstNumber.empty()) {
-        member.firstNumber = row.GetString(ContentsColumn::BusinessFaxNumber);
-        member.businessAttrs = {row.GetString(ContentsColumn::BusinessFaxAttr1),
-                                row.GetString(ContentsColumn::BusinessFaxAttr2),
-                                row.GetString(ContentsColumn::BusinessFaxAttr3)};
-        member.homeNumber = row.GetString(ContentsColumn::HomeFaxNumber);
-        member.homeAttrs = {row.GetString(ContentsColumn::HomeFaxAttr1), row.GetString(ContentsColumn::HomeFaxAttr2),
-                            row.GetString(ContentsColumn::HomeFaxAttr3)};
-        member.extendedValue1 = row.GetShort(ContentsColumn::ExtendedFaxValue1);
-        member.extendedValue2 = row.GetShort(ContentsColumn::ExtendedFaxValue2);
-        member.extendedNumber = row.GetString(ContentsColumn::ExtendedFax);
-        member.extendedAttr1 = row.GetString(ContentsColumn::ExtendedFaxAttr1);
-        member.extendedAttr2 = row.GetString(ContentsColumn::ExtendedFaxAttr2);
+void AddFaxColumns(const ContentsRow& row, MemberWriter& writer) {
+    const char* name = row.GetString(ContentsColumn::DisplayName);
+    const std::string_view primary = row.GetString(ContentsColumn::PrimaryFaxNumber);
+    if (!primary.empty()) {
+        writer.AddMemberDetails(row, name, primary);
+        return;
     }
-    writer.Write(member);
+    writer.AddMemberDetails(
+        row, name, row.GetString(ContentsColumn::BusinessFaxNumber),
+        {row.GetString(ContentsColumn::BusinessFaxAttr1), row.GetString(ContentsColumn::BusinessFaxAttr2),
+         row.GetString(ContentsColumn::BusinessFaxAttr3)},
+        row.GetString(ContentsColumn::HomeFaxNumber),
+        {row.GetString(ContentsColumn::HomeFaxAttr1), row.GetString(ContentsColumn::HomeFaxAttr2),
+         row.GetString(ContentsColumn::HomeFaxAttr3)},
+        {row.GetShort(ContentsColumn::ExtendedFaxValue1), row.GetShort(ContentsColumn::ExtendedFaxValue2),
+         row.GetString(ContentsColumn::ExtendedFax), row.GetString(ContentsColumn::ExtendedFaxAttr1),
+         row.GetString(ContentsColumn::ExtendedFaxAttr2)});
 }
 
-void WriteRecipients(const ADRLIST& recipients, uint32_t contentsStyle, MemberWriter& writer) {
+void AddRecipients(const ADRLIST& recipients, uint32_t contentsStyle, MemberWriter& writer) {
     std::optional<FaxEntryTexts> texts;
     if (contentsStyle == contentsStyleFaxEntries) texts.emplace();
     for (ULONG i = 0; i < recipients.cEntries && !writer.HasOverflowed(); ++i) {
         const ContentsRow row{PropertyValues(recipients.aEntries[i])};
-        MemberDetails member;
-        member.name = row.GetString(ContentsColumn::DisplayName);
-        member.company = row.GetString(ContentsColumn::CompanyName);
-        member.department = row.GetString(ContentsColumn::DepartmentName);
         if (texts)
-            WriteFaxEntry(row, *texts, member, writer);
+            AddFaxEntry(row, *texts, writer);
         else
-            WriteFaxColumns(row, member, writer);
+            AddFaxColumns(row, writer);
     }
 }
 
-// A person stands for itself: one record with its first number.
-void WritePerson(const CUserDetails& user, MemberWriter& writer) {
+// A person stands for itself, with its first number; without a number it has none to send to.
+std::optional<CRecipientEntry> MakeRecipient(const CUserDetails& user) {
     struct Choice {
-        CString CUserDetails::*number = nullptr;
-        FaxAttributes attrs;
+        CString number;
+        CString attr1 = {};
+        CString attr2 = {};
+        CString attr3 = {};
     };
     const CUserCompanions& companions = *user.companions;
     const Choice choices[] = {
-        {&CUserDetails::primaryFax, {}},
-        {&CUserDetails::homeFax,
-         {companions.homeFaxAttr1.View(), companions.homeFaxAttr2.View(), companions.homeFaxAttr3.View()}},
-        {&CUserDetails::businessFax,
-         {companions.businessFaxAttr1.View(), companions.businessFaxAttr2.View(), companions.businessFaxAttr3.View()}},
-        {&CUserDetails::otherFax, {}},
+        {user.primaryFax},
+        {user.homeFax, companions.homeFaxAttr1, companions.homeFaxAttr2, companions.homeFaxAttr3},
+        {user.businessFax, companions.businessFaxAttr1, companions.businessFaxAttr2, companions.businessFaxAttr3},
+        {user.otherFax},
     };
     for (const Choice& choice : choices) {
-        if ((user.*choice.number).IsEmpty()) continue;
-        MemberDetails member;
-        member.name = user.name.View();
-        member.company = user.company.View();
-        member.department = user.department.View();
-        member.firstNumber = (user.*choice.number).View();
-        member.businessAttrs = choice.attrs;
-        writer.Write(member);
-        return;
+        if (choice.number.IsEmpty()) continue;
+        CRecipientEntry recipient;
+        recipient.name = user.name;
+        recipient.faxNumber = choice.number;
+        recipient.company = user.company;
+        recipient.department = user.department;
+        recipient.faxAttr1 = choice.attr1;
+        recipient.faxAttr2 = choice.attr2;
+        recipient.faxAttr3 = choice.attr3;
+        return recipient;
     }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -222,7 +242,8 @@ bool ExpandGroup(const QueryContext& context, uint32_t reserved, void* group, ui
     if (filling && reserved == 0) writer.emplace(*records, count, context.contentsStyle);
 
     if (details->kind == EntryKind::User) {
-        if (writer) WritePerson(static_cast<const CUserDetails&>(*details), *writer);
+        const std::optional<CRecipientEntry> recipient = MakeRecipient(static_cast<const CUserDetails&>(*details));
+        if (writer && recipient) writer->AddRecipient(*recipient);
     } else {
         const SessionHandle& session = *context.session;
         HeldAddressList recipients(session.support.Get());
@@ -232,7 +253,7 @@ bool ExpandGroup(const QueryContext& context, uint32_t reserved, void* group, ui
             return true;
         }
         if (FAILED(session.addressBook->PrepareRecips(0, ContentsColumns.Get(), recipients.list))) return true;
-        if (writer) WriteRecipients(*recipients.list, context.contentsStyle, *writer);
+        if (writer) AddRecipients(*recipients.list, context.contentsStyle, *writer);
     }
     return !writer || !writer->HasOverflowed();
 }

@@ -19,13 +19,13 @@ void AddMember(const ContentsRow& row, MemoryBlocks& blocks, CObList& members) {
 
 }  // namespace
 
-const CObList& ReadMembers(QueryContext& context, CDistributionListDetails& list) {
+const CObList& ReadMembers(const QueryContext& context, CDistributionListDetails& list) {
     if (list.members != nullptr) return *list.members;
-    MemoryBlocks& blocks = context.destinationList->blocks;
+    MemoryBlocks& blocks = list.owner.blocks;
     MemoryRollback rollback(blocks);
     CObList* members = blocks.Create<CObList>();
     EntryOpener opener(context.session->addressBook.Get());
-    if (const Held<IABContainer> opened = opener.OpenContainer(GetBytes(list.entryId))) {
+    if (const Held<IABContainer> opened = opener.OpenContainer(list.entryId)) {
         Held<IMAPITable> table;
         if (FAILED(opened->GetContentsTable(0, table.Receive()))) table.Release();
         TableCursor rows(std::move(table), ContentsColumns.Get());

@@ -17,6 +17,9 @@ class CObList {
         ++count_;
     }
 
+    // Forgets the objects, which are their owner's to end.
+    void RemoveAll() { *this = {}; }
+
     bool IsEmpty() const { return head_ == nullptr; }
     uint32_t GetCount() const { return count_; }
 

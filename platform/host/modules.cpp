@@ -169,6 +169,10 @@ HMODULE WINAPI LoadLibraryA(LPCSTR lpLibFileName) {
     return static_cast<HMODULE>(opened.release());
 }
 
+HMODULE WINAPI LoadLibraryExA(LPCSTR lpLibFileName, void*, DWORD) {
+    return LoadLibraryA(lpLibFileName);
+}
+
 BOOL WINAPI FreeLibrary(HMODULE hLibModule) {
     const std::lock_guard lock(GetLoaderLock());
     Module* module = hLibModule != nullptr ? FindModule(hLibModule) : nullptr;

@@ -136,6 +136,9 @@ inline constexpr DWORD REG_BINARY = 3;
 inline constexpr DWORD REG_DWORD = 4;
 struct SECURITY_ATTRIBUTES;
 
+inline constexpr DWORD LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR = 0x100;
+inline constexpr DWORD LOAD_LIBRARY_SEARCH_SYSTEM32 = 0x800;
+
 inline constexpr UINT CP_ACP = 0;
 inline constexpr UINT CP_UTF8 = 65001;
 inline constexpr DWORD MB_ERR_INVALID_CHARS = 0x08;
@@ -159,6 +162,8 @@ BOOL WINAPI IsBadWritePtr(LPVOID lp, UINT_PTR ucb);
 
 // modules.cpp
 HMODULE WINAPI LoadLibraryA(LPCSTR lpLibFileName);
+// Here the flags have no meaning: this system looks for what a library needs where the library says.
+HMODULE WINAPI LoadLibraryExA(LPCSTR lpLibFileName, void* hFile, DWORD dwFlags);
 FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName);
 BOOL WINAPI FreeLibrary(HMODULE hLibModule);
 DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize);

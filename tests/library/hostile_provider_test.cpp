@@ -26,7 +26,8 @@ TEST_F(HostileProviderTest, CountsAndRowSetsMayLie) {
         {"no count", 3, 0, {}, 0, 0},
         {"the largest count", 3, 0xFFFFFFFF, {}, 3, 2},
         {"more than a batch, all at once", 10003, std::nullopt, {10003}, 10003, 1},
-        {"more than a batch, with more to come", 12000, std::nullopt, {10003}, 10003, 1},
+        {"more than a batch, with more to come", 12000, std::nullopt, {10003}, 12000, 2},
+        {"more than asked for, again and again", 9, 6, {5, 0xFFFFFFFF}, 9, 2},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.what);
@@ -191,16 +192,17 @@ TEST_F(HostileProviderTest, ValuesMayBeOfAnySize) {
     EXPECT_EQ(Details(session_, records[0].entry), largeText + "\r\n" + largeText + " [Business]");
 }
 
-// A person's object has no tables: whatever opens one in the place of a container calls none of its methods.
+// Whatever type is told, what opens is asked for its tables, but for a person, whose object has none.
 TEST_F(HostileProviderTest, ObjectsMayBeOfAnotherType) {
     DestinationsOf({GroupRow("g", "Group")});
     AddContainer("b", "c", "Container");
     AddContainer("c", "d", "Below");
     script_.entries["g"] = {.type = MAPI_DISTLIST};
     script_.entries["g"].contents.rows = {PersonRow("p", "Ada")};
-    for (const ULONG type : {ULONG{0}, MAPI_ABCONT, MAPI_MAILUSER}) {
+    for (const ULONG type : {ULONG{0}, ULONG{2}, ULONG{3}, MAPI_ABCONT, ULONG{5}, MAPI_MAILUSER, ULONG{0xFFFFFFFF}}) {
         const bool opens = type != MAPI_MAILUSER;
         for (const char* id : {"b", "c", "g"}) script_.entries[id].type = type;
+        if (opens) script_.entries[""].type = type;
         AddressBookEntry book = ListBooks(session_)[0].entry;
         EXPECT_EQ(ListBooks(session_, book).size(), opens ? 2u : 0u);
         EXPECT_EQ(ListDestinations(session_, book).size(), opens ? 1u : 0u);

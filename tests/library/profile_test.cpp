@@ -77,6 +77,11 @@ TEST_F(ProfileTest, CreatesAProfileWithItsServices) {
     EXPECT_EQ(script_.CountOf("SetResourceDllHandle"), 0u);
     EXPECT_EQ(script_.CountOf("AdministerServices"), 1u);
     EXPECT_EQ(script_.CountOf("CreateService"), 0u);
+    // Nor is an object needed that nothing is added through.
+    script_.Forget();
+    script_.faults = {{"AdministerServices", 1, 6, false}};
+    EXPECT_EQ(library_.CreateProfile(0, 0, "New", 0, nullptr, nullptr), 1);
+    EXPECT_EQ(library_.GetLastVOKError(nullptr), 6);
 }
 
 TEST_F(ProfileTest, StopsAtTheFirstFailure) {

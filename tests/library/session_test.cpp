@@ -170,37 +170,4 @@ TEST_F(SessionTest, NullArgumentsFailAndChangeNothing) {
     EXPECT_EQ(library_.GetLastVOKError(nullptr), 3);
 }
 
-// A provider may run a message loop; what the caller does in it must not disturb the call under way.
-TEST_F(SessionTest, CallsFromInsideACallDoNotDisturbIt) {
-    DestinationsOf({PersonRow("p", "Ada", {Text(PR_PRIMARY_FAX_NUMBER, "1")}), GroupRow("g", "Group")});
-    script_.entries["g"] = {.type = MAPI_DISTLIST, .properties = {Identifier("g")}, .members = {"p"}};
-    const AddressBookEntry book = ListBooks(session_)[0].entry;
-    const DestinationEntry group = ListDestinations(session_, book)[1].entry;
-    SessionHandle* const other = Open();
-    unsigned tried = 0;
-    script_.during = [&](const std::string&) {
-        if (script_.depth > 1) return;  // the calls made here call the provider, too
-        ++tried;
-        uint32_t count = 0;
-        EXPECT_EQ(library_.GetAddressBookList(session_, 0, nullptr, &count, nullptr), 0);
-        EXPECT_EQ(library_.GetDestinationList(session_, 0, book, &count, nullptr), 0);
-        EXPECT_EQ(library_.GetDestinationDetails(session_, group, &count, nullptr), 0);
-        EXPECT_EQ(library_.GetDestinationsInGroup(session_, 0, group, &count, nullptr), 0);
-        EXPECT_EQ(library_.CloseAddressBook(session_), 1);
-        EXPECT_EQ(count, 0u);
-        EXPECT_EQ(library_.GetAddressBookList(other, 0, nullptr, &count, nullptr), 1);
-        EXPECT_EQ(count, 1u);
-        EXPECT_EQ(library_.CreateProfile(0, 0, "p", 0, nullptr, nullptr), 1);
-        EXPECT_EQ(library_.CloseAddressBook(library_.OpenAddressBook(nullptr, "p", 0, nullptr, 0, nullptr)), 1);
-    };
-    EXPECT_EQ(ListMembers(session_, group).size(), 1u);
-    EXPECT_EQ(Details(session_, group), "");
-    EXPECT_EQ(ListDestinations(session_, book).size(), 2u);
-    EXPECT_EQ(ListBooks(session_).size(), 1u);
-    EXPECT_GT(tried, 20u);
-    tried = 0;
-    Close(session_);
-    EXPECT_EQ(tried, 2u) << "the releases of the session's two objects";
-}
-
 }  // namespace

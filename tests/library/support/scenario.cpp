@@ -64,12 +64,22 @@ void MakeScenario() {
                   {Text(PR_ADDRTYPE, "FAX"), Text(PR_ORIGINAL_DISPLAY_NAME, "Uma"), Text(PR_EMAIL_ADDRESS, "Uma@5")});
 }
 
-std::string RunScenario(const LibraryUnderTest& library,
-                        const std::function<std::optional<std::string>(const Step&)>& attempt) {
+std::optional<std::string> MakeStep(const Step& step) {
+    return step();
+}
+
+namespace {
+
+// Makes a step and adds what it saw.
+void Take(std::string& seen, const Attempt& attempt, const std::string& what, const Step& step) {
+    seen += what + ": " + attempt(step).value_or("failed") + '\n';
+}
+
+}  // namespace
+
+std::string RunSession(const LibraryUnderTest& library, const Attempt& attempt) {
     std::string seen;
-    const auto take = [&](const std::string& what, const Step& step) {
-        seen += what + ": " + attempt(step).value_or("failed") + '\n';
-    };
+    const auto take = [&](const std::string& what, const Step& step) { Take(seen, attempt, what, step); };
     SessionHandle* session = nullptr;
     uint32_t count = 0;
     const auto counted = [&](int32_t result) {
@@ -163,15 +173,19 @@ std::string RunScenario(const LibraryUnderTest& library,
         });
     }
     EXPECT_EQ(library.CloseAddressBook(session), 1);
+    return seen;
+}
 
+std::string RunScenario(const LibraryUnderTest& library, const Attempt& attempt) {
+    std::string seen = RunSession(library, attempt);
     const auto succeeded = [](int32_t result, const char* what) {
         return result == 1 ? std::optional<std::string>(what) : std::nullopt;
     };
-    take("profile", [&] {
+    Take(seen, attempt, "profile", [&] {
         const ServiceRecord services[2] = {{"VCARD", 1, {}}, {"SECOND", 0, {}}};
         return succeeded(library.CreateProfile(0, 0, "scenario", 2, services, nullptr), "created");
     });
-    take("administration",
+    Take(seen, attempt, "administration",
          [&] { return succeeded(library.DisplayAdminProfiles(0, "scenario", 0, 0, nullptr), "shown"); });
     return seen;
 }
