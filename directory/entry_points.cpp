@@ -8,10 +8,11 @@
 #include "objects/session_support.h"
 #include "platform/environment.h"
 #include "profiles/administration_objects.h"
+#include "profiles/profile_name.h"
 #include "profiles/vcard_service.h"
 #include "qdxl7ra.h"
 #include "resource_module.h"
-#include "text/code_pages.h"
+#include "unread.h"
 
 namespace {
 
@@ -33,7 +34,8 @@ STDAPI VOKOpen(HWND, const char* profileName, ULONG, void*, ULONG, void*, void*,
         Require(addressBook != nullptr && support != nullptr);
         *addressBook = nullptr;
         *support = nullptr;
-        const std::string name = profileName == nullptr ? std::string() : FromActiveCodePage(profileName);
+        const std::string name =
+            profileName == nullptr ? std::string() : ProfileNameOfCaller(profileName, MAPI_E_NOT_FOUND);
         const std::shared_ptr<Session> session = OpenSession(name, ProfileStore(ProfilesFile()));
         *addressBook = MakeAddressBook(session);
         *support = MakeSessionSupport(session);
@@ -90,6 +92,10 @@ STDAPI VOKDiagnose(const char* profileName, const char* location, VOKDiagnosisRe
         Diagnose(*session, *receiver);
         return S_OK;
     });
+}
+
+STDAPI_(ULONG) VOKCountUnread() {
+    return UnreadCount();
 }
 
 STDAPI SetResourceDllHandle(HMODULE resourceModule) {

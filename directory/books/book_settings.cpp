@@ -22,35 +22,32 @@ constexpr Name<ContentsStyle> styleNames[] = {{"plain", ContentsStyle::Plain},
                                               {"fax-entries", ContentsStyle::FaxEntries}};
 constexpr Name<bool> categoryUses[] = {{"ignore", false}, {"groups", true}};
 
-// What is wrong with a value; nothing when it is right.
-struct Complaint {
-    std::string what;
-    std::string advice;
-};
-
-template <typename Value, size_t count>
-std::optional<Complaint> ReadName(std::string_view key, std::string_view value, const Name<Value> (&names)[count],
-                                  std::optional<Value>& setting) {
+// Each of these calls `complain` as Diagnostics::Report is called, when something is wrong with the value.
+template <typename Value, size_t count, typename Complain>
+void ReadName(std::string_view key, std::string_view value, const Name<Value> (&names)[count],
+              std::optional<Value>& setting, Complain&& complain) {
     std::string known;
     for (const Name<Value>& name : names) {
         if (EqualsIgnoringCase(name.text, value)) {
             setting = name.value;
-            return std::nullopt;
+            return;
         }
         known.append(known.empty() ? "" : ", ").append(name.text);
     }
-    return Complaint{"unknown " + std::string(key) + " " + std::string(value), "known are: " + known};
+    complain("unknown {} {}", "known are: {}", {key, value, known});
 }
 
-std::optional<Complaint> ReadSetting(std::string_view key, std::string_view value, BookSettings& settings) {
-    if (EqualsIgnoringCase(key, "style")) return ReadName(key, value, styleNames, settings.style);
-    if (EqualsIgnoringCase(key, "categories")) return ReadName(key, value, categoryUses, settings.categoriesAreGroups);
+template <typename Complain>
+void ReadSetting(std::string_view key, std::string_view value, BookSettings& settings, Complain&& complain) {
+    if (EqualsIgnoringCase(key, "style")) return ReadName(key, value, styleNames, settings.style, complain);
+    if (EqualsIgnoringCase(key, "categories"))
+        return ReadName(key, value, categoryUses, settings.categoriesAreGroups, complain);
     if (EqualsIgnoringCase(key, "charset")) {
         settings.charset = CodePageOfCharset(value);
-        if (settings.charset) return std::nullopt;
-        return Complaint{"unknown charset " + std::string(value), "name one as in CHARSET, such as windows-1251"};
+        if (!settings.charset) complain("unknown charset {}", "name one as in CHARSET, such as windows-1251", {value});
+        return;
     }
-    return Complaint{"unknown setting", "known are: style, charset, categories"};
+    complain("unknown setting", "known are: style, charset, categories", {});
 }
 
 }  // namespace
@@ -65,19 +62,22 @@ std::filesystem::path SettingsFileOf(const std::filesystem::path& book, bool isF
     return isFolder ? book / "addressbook.ini" : std::filesystem::path(book).replace_extension(".ini");
 }
 
-BookSettings ReadBookSettings(const std::filesystem::path& file, Diagnostics& diagnostics) {
+std::optional<BookSettings> ReadBookSettings(const std::filesystem::path& file, Diagnostics& diagnostics) {
     BookSettings settings;
-    if (!ReadFileStatus(file)) return settings;
+    if (IsNothingThere(file)) return settings;
     const std::optional<std::string> text = ReadWholeFile(file);
     if (!text) {
         diagnostics.Report(file, 0, "settings cannot be read", "the defaults are used");
-        return settings;
+        return std::nullopt;
     }
+    MessagePass pass(diagnostics);
     for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(*text))) {
         if (line.kind == IniLine::Kind::Blank) continue;
         const std::string_view key = line.kind == IniLine::Kind::Setting ? line.name : std::string_view();
-        if (const std::optional<Complaint> complaint = ReadSetting(key, line.value, settings))
-            diagnostics.Report(file, line.number, complaint->what, complaint->advice);
+        ReadSetting(key, line.value, settings, [&](std::string_view what, std::string_view advice, MessageNames names) {
+            diagnostics.Report(file, line.number, what, advice, names);
+        });
     }
+    pass.Finish();
     return settings;
 }

@@ -27,5 +27,6 @@ struct BookSettings {
 // The settings file of a folder is addressbook.ini in it, that of a file NAME.vcf is NAME.ini beside it.
 std::filesystem::path SettingsFileOf(const std::filesystem::path& book, bool isFolder);
 
-// A missing file has no settings; what cannot be understood is reported and passed over.
-BookSettings ReadBookSettings(const std::filesystem::path& file, Diagnostics& diagnostics);
+// A missing file has no settings; what cannot be understood is reported and passed over. Nothing for a file that cannot
+// be read, which is reported, too.
+std::optional<BookSettings> ReadBookSettings(const std::filesystem::path& file, Diagnostics& diagnostics);

@@ -2,13 +2,16 @@
 #include "books/card_files.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+#include <istream>
+#include <stdexcept>
 #include <string>
 
 #include "cards/card_draft.h"
+#include "cards/card_set.h"
 #include "csv/csv_cards.h"
+#include "platform/environment.h"
 #include "platform/files.h"
+#include "platform/input_file.h"
 #include "text/ascii.h"
 #include "text/charset_guess.h"
 #include "text/charset_names.h"
@@ -40,11 +43,12 @@ struct Format {
 
 // A CSV file is in one character set, and is converted as a whole.
 std::optional<UINT> ReadCsvFile(std::istream& file, std::optional<UINT> charset, CardReceiver& receiver) {
-    std::string text(std::istreambuf_iterator<char>(file), {});
+    std::string text;
+    AppendRest(file, text);
     if (std::optional<std::string> utf8 = Utf8FromUtf16(text)) text = std::move(*utf8);
     std::optional<UINT> guessed;
     if (!IsUtf8(text)) {
-        if (!charset) charset = guessed = GuessCodePage(LinesBeyondAscii(text), GetACP());
+        if (!charset) charset = guessed = GuessCodePage(LinesBeyondAscii(text), CodePageOfFiles());
         std::string utf8;
         if (!AppendAsUtf8(text, *charset, utf8)) AppendRepaired(text, *charset, utf8);
         text = std::move(utf8);
@@ -52,9 +56,9 @@ std::optional<UINT> ReadCsvFile(std::istream& file, std::optional<UINT> charset,
     ReadCsvCards(WithoutUtf8Mark(text), receiver);
     if (guessed)
         receiver.Report(0, "text is not UTF-8",
-                        "it looks like " + std::string(CharsetNameOf(*guessed)) +
-                            " and was read so; if names look wrong, save the file as UTF-8 or name its charset in the "
-                            "settings of the address book");
+                        "it looks like {} and was read so; if names look wrong, save the file as UTF-8 or name its "
+                        "charset in the settings of the address book",
+                        {CharsetNameOf(*guessed)});
     return guessed;
 }
 
@@ -76,14 +80,20 @@ bool IsCardFileName(const fs::path& path) {
     return FormatOf(path) != nullptr;
 }
 
-std::optional<UINT> ReadCardFile(const fs::path& path, std::optional<UINT> charset, CardReceiver& receiver) {
-    std::error_code error;
-    std::ifstream file(path, std::ios::binary);
-    if (!file || !fs::is_regular_file(path, error)) {
-        receiver.Report(0, "file cannot be read", "check that it exists and that you may read it");
-        return std::nullopt;
+CardFileReading ReadCardFile(const fs::path& path, std::optional<UINT> charset, CardReceiver& receiver) {
+    InputFile file(path);
+    if (file.IsNoFile()) {
+        receiver.Report(0, "this is a pipe, a socket or a device, and no file", "it was passed over; remove it");
+        return {.isComplete = true};
     }
-    const std::optional<UINT> guessed = FormatOf(path)->read(file, charset, receiver);
-    if (file.bad()) receiver.Report(0, "file cannot be read to its end", "check the disk");
-    return guessed;
+    if (!file.IsOpen()) {
+        receiver.Report(0, "file cannot be read",
+                        "check that it exists, that you may read it and that its path is not too long");
+        return {};
+    }
+    if (file.Size() > mostFileBytes) throw std::length_error("file too large");
+    std::istream text(&file);
+    const std::optional<UINT> guessed = FormatOf(path)->read(text, charset, receiver);
+    if (file.Error()) receiver.Report(0, "file cannot be read to its end", "check the disk");
+    return {guessed, !file.Error()};
 }

@@ -10,8 +10,11 @@ class CardReceiver;
 
 bool IsCardFileName(const std::filesystem::path& path);
 
+struct CardFileReading {
+    std::optional<UINT> guessedCharset = {};  // where there was no other
+    bool isComplete = false;                  // false when the file could not be read, or not to its end
+};
+
 // Hands every card of a file on. A file that cannot be read is reported and has none. `charset` is the code page of
-// unlabelled text; without one it is guessed, and the guess is the result. Throws std::length_error for a file that is
-// too large for its format.
-std::optional<UINT> ReadCardFile(const std::filesystem::path& path, std::optional<UINT> charset,
-                                 CardReceiver& receiver);
+// unlabelled text; without one it is guessed. Throws std::length_error for a file that is too large for its format.
+CardFileReading ReadCardFile(const std::filesystem::path& path, std::optional<UINT> charset, CardReceiver& receiver);

@@ -6,7 +6,6 @@
 
 #include "books/session.h"
 
-// Makes a group of each category in the files, sorted by name, and gives the groups to the session. The result is their
-// file; nothing when no card has a category.
-std::optional<std::uint32_t> MakeCategoryGroups(Session& session, std::uint32_t node,
-                                                const std::vector<std::uint32_t>& files);
+// Reads the files and makes a group of each category in them, sorted by name, unless the session has these groups
+// already. The result is the file of the groups, which the session holds.
+std::uint32_t MakeCategoryGroups(Session& session, std::uint32_t node, const std::vector<std::uint32_t>& files);

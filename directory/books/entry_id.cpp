@@ -22,11 +22,12 @@ void ForEachField(Bytes* bytes, std::uint64_t& session, EntryId& id, Visit visit
     field(id.file);
     field(id.card);
     field(id.faxNumber);
+    field(id.edition);
     field(id.identity);
 }
 
 static_assert(entryIdSize ==
-              prefix.size() + sizeof(std::uint64_t) + size_t{5} * sizeof(std::uint32_t) + sizeof(std::uint64_t));
+              prefix.size() + sizeof(std::uint64_t) + size_t{6} * sizeof(std::uint32_t) + sizeof(std::uint64_t));
 
 }  // namespace
 

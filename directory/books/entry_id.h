@@ -16,13 +16,13 @@ struct EntryId {
     std::uint32_t file = 0;
     std::uint32_t card = 0;
     std::uint32_t faxNumber = 0;  // of a fax entry
-    // Of the card: its file may have been read anew since, and the card may stand elsewhere in it.
+    // Of the card or the fax number, and the edition of the file's cards in which it stands at the position above: the
+    // file may have been read anew since.
+    std::uint32_t edition = 0;
     std::uint64_t identity = 0;
-
-    friend bool operator==(const EntryId&, const EntryId&) = default;
 };
 
-inline constexpr size_t entryIdSize = 56;
+inline constexpr size_t entryIdSize = 60;
 using EntryIdBytes = std::array<BYTE, entryIdSize>;
 
 EntryIdBytes EncodeEntryId(const EntryId& id, std::uint64_t session);

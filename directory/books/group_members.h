@@ -1,21 +1,61 @@
 // Who the members of a group are: looked for in the group's own file, then beside it, then in the whole profile.
 #pragma once
 
+#include <array>
+#include <map>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "books/card_search.h"
 #include "books/session.h"
 
 struct GroupMembers {
     std::vector<CardReference> cards;
-    size_t missingCount = 0;  // those that are on no card of the profile
+    size_t missingCount = 0;  // those that are on no card of the profile, or on more than one
 };
 
-// The direct members, groups among them as groups, in the order of the card. A member that is not found is reported
-// and left out; one that is named twice is there once.
-GroupMembers DirectMembers(Session& session, std::uint32_t node, const CardReference& group);
+// The group that an identifier names, after what it is made of was read anew. Where no group is it now, or more than
+// one, that is reported with the name, and so is that it was changed: a category, and a group with an identifier (UID)
+// of its own, stays itself with other members.
+std::optional<FoundEntry> FindGroupAnew(Session& session, const EntryId& id, std::string_view name);
+
+// Finds the members of one group or of many: the files as they are when they are first looked at, the whole profile
+// only when nearer files lack a member.
+class MemberFinder {
+  public:
+    explicit MemberFinder(Session& session) : session_(session) {}
+
+    // The direct members of a group that the node lists, groups among them as groups, in the order of the card; one
+    // that is named twice is there once. A member is reported and left out when it is not found, or when cards with
+    // other fax numbers answer to its name, too.
+    GroupMembers FindMembers(std::uint32_t node, const CardReference& group);
+
+  private:
+    // The card that an address means; also another one that it could mean.
+    struct Answer {
+        std::optional<CardReference> card;
+        std::optional<CardReference> other;
+    };
+    using Searches = std::array<std::optional<CardSearch>, 2>;  // for identifiers, and for addresses
+
+    void AddMember(std::uint32_t node, const CardReference& group, const Member& member, GroupMembers& members);
+    const Answer& Find(std::uint32_t node, std::uint32_t ownFile, std::string_view address);
+    // The cards that answer to the address, all in the nearest place where one does.
+    std::vector<CardReference> FindNearest(std::uint32_t ownFile, std::string_view address);
+    std::vector<std::uint32_t> ListAllFiles();
+    std::string PositionOf(const CardReference& card) const;
+
+    Session& session_;
+    std::optional<std::uint32_t> node_;                                // that was asked for last
+    std::map<std::pair<std::uint32_t, std::string>, Answer> answers_;  // to addresses in a file of the node
+    std::map<std::uint32_t, Searches> own_;                            // in a group's own file
+    Searches near_;                                                    // in the node
+    Searches all_;                                                     // in the profile
+};
 
 // The persons in a group and in the groups in it, to any depth, each once, in the order of first mention. Groups may
 // contain themselves and each other.
-std::vector<CardReference> AllPersons(Session& session, std::uint32_t node, const CardReference& group);
+GroupMembers AllPersons(Session& session, std::uint32_t node, const CardReference& group);

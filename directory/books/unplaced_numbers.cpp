@@ -6,6 +6,7 @@
 
 size_t ReportUnplacedNumbers(Session& session, std::uint32_t file, const CardSet& cards, ContentsStyle style) {
     size_t count = 0;
+    MessagePass pass(session.Messages());
     if (style == ContentsStyle::FaxEntries) return count;
     for (const Card& card : cards.Cards()) {
         if (card.isGroup || card.faxNumberCount < 2) continue;
@@ -14,12 +15,13 @@ size_t ReportUnplacedNumbers(Session& session, std::uint32_t file, const CardSet
         for (const FaxNumber& number : numbers) {
             if (places.Hold(number)) continue;
             ++count;
-            session.Messages().Report(session.FilePath(file), number.line,
-                                      "the fax number " + FromActiveCodePage(cards.Text(number.number)) + " of \"" +
-                                          FromActiveCodePage(cards.Text(card.name)) +
-                                          "\" finds no place in this style of address book",
-                                      "set style = fax-entries to list every number");
+            session.Messages().Report(
+                session.FilePath(file), number.line,
+                "the fax number {} of \"{}\" finds no place in this style of address book",
+                "set style = fax-entries to list every number",
+                {FromActiveCodePage(cards.Text(number.number)), FromActiveCodePage(cards.Text(card.name))});
         }
     }
+    pass.Finish();
     return count;
 }

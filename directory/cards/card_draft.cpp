@@ -19,7 +19,8 @@ void ListFaxNumbers(const CardDraft& card, std::vector<FaxNumberOfCard>& numbers
     numbers.clear();
     for (const Telephone& telephone : card.telephones) {
         const FaxKind kind = JudgeTelephone(telephone.facts).kind;
-        if (kind != FaxKind::None && !telephone.number.empty()) numbers.push_back({kind, &telephone});
+        const bool isNumber = !telephone.number.empty() && telephone.number.size() <= longestNumber;
+        if (kind != FaxKind::None && isNumber) numbers.push_back({kind, &telephone});
     }
     if (numbers.size() < 2) return;
     const auto value = [](const FaxNumberOfCard& number) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cards/fax_rules.h"
+#include "text/told_text.h"
 
 // A list whose elements keep their memory when it is emptied.
 template <typename Element>
@@ -62,10 +63,13 @@ struct CardDraft {
     void Clear();
 };
 
-// Takes what a user should know about a file. Line 0 stands for the file as a whole.
+// Takes what a user should know about a file.
 class MessageReceiver {
   public:
-    virtual void Report(size_t line, std::string_view what, std::string_view advice) = 0;
+    virtual void Take(const Message& message) = 0;
+    void Report(size_t line, std::string_view what, std::string_view advice, MessageNames names = {}) {
+        Take({line, what, advice, names});
+    }
 
   protected:
     ~MessageReceiver() = default;
@@ -84,6 +88,9 @@ struct FaxNumberOfCard {
     FaxKind kind;
     const Telephone* telephone;
 };
+
+// More bytes than this are no number: no record holds them, and the beginning of it would be another number.
+inline constexpr size_t longestNumber = 255;
 
 // The fax numbers of a card in their order; of the same number of the same kind, the first only: exporters repeat
 // themselves. Replaces what is in the list.

@@ -4,9 +4,15 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "text/ascii.h"
 #include "text/code_pages.h"
 
 namespace {
+
+// Bytes of UTF-8 that are kept of a text. Records take far less, and no window shows more; but a card may have a
+// hundred thousand fax numbers, each an entry with all these texts.
+constexpr size_t longestKeptLine = 1024;
+constexpr size_t longestKeptNote = size_t{16} * 1024;
 
 // Of an exporter's card with some numbers and addresses; those of people who write little are shorter.
 constexpr size_t bytesPerCard = 250;
@@ -16,16 +22,26 @@ std::uint32_t Narrow(size_t value) {
     return static_cast<std::uint32_t>(value);
 }
 
+// As far as there is memory: a file may claim any size and hold little.
+template <typename List>
+void MakeRoom(List& list, size_t count) {
+    try {
+        list.reserve(count);
+    } catch (const std::bad_alloc&) {
+        // Then it grows as it is filled.
+    }
+}
+
 }  // namespace
 
 CardSetBuilder::CardSetBuilder(CardSetContents contents, size_t textSize, MessageReceiver& messages)
     : contents_(contents), messages_(messages) {
-    // Room that is not used costs next to nothing; growing copies everything.
-    set_->text_.reserve(textSize / 2);
     const size_t cards = textSize / bytesPerCard;
-    set_->cards_.reserve(cards);
-    set_->faxNumbers_.reserve(cards);
-    set_->addresses_.reserve(cards);
+    // Room that is not used costs next to nothing; growing copies everything.
+    MakeRoom(set_->text_, textSize / 2);
+    MakeRoom(set_->cards_, cards);
+    MakeRoom(set_->faxNumbers_, cards);
+    MakeRoom(set_->addresses_, cards);
     set_->text_.push_back('\0');
 }
 
@@ -37,14 +53,24 @@ TextPosition CardSetBuilder::Keep(std::string_view utf8) {
     return position;
 }
 
+TextPosition CardSetBuilder::KeepBeginning(std::string_view utf8, size_t mostBytes, std::string_view meaning,
+                                           const CardDraft& draft) {
+    if (utf8.size() > mostBytes)
+        Report(draft.line, "the {} of \"{}\" is longer than {} bytes", "it was cut there; shorten it",
+               {meaning, NameOf(draft), std::to_string(mostBytes)});
+    return Keep(BeginningOf(utf8, mostBytes));
+}
+
 TextPosition CardSetBuilder::KeepActive(std::string_view text) {
     const TextPosition position = Narrow(set_->text_.size());
     set_->text_.append(text).push_back('\0');
     return position;
 }
 
-void CardSetBuilder::KeepAddress(std::string_view address) {
+bool CardSetBuilder::KeepAddress(std::string_view address) {
+    if (!NamesSomething(address)) return false;
     set_->addresses_.push_back({Keep(address), Narrow(set_->cards_.size())});
+    return true;
 }
 
 void CardSetBuilder::Receive(CardDraft& draft) {
@@ -58,16 +84,13 @@ void CardSetBuilder::Receive(CardDraft& draft) {
     Card card{};
     card.line = Narrow(draft.line);
     card.isGroup = draft.isGroup;
-    card.name = Keep(name);
-    card.company = Keep(draft.company);
-    card.department = Keep(draft.department);
-    card.comment = Keep(draft.note);
+    card.name = KeepBeginning(name, longestKeptLine, "name", draft);
+    card.company = KeepBeginning(draft.company, longestKeptLine, "company", draft);
+    card.department = KeepBeginning(draft.department, longestKeptLine, "department", draft);
+    card.comment = KeepBeginning(draft.note, longestKeptNote, "note", draft);
     if (!draft.emails.IsEmpty()) card.email = Keep(draft.emails.begin()->text);
     AddFaxNumbers(draft, card);
-    if (!draft.uid.empty()) {
-        KeepAddress(NormalisedAddress(draft.uid));
-        card.uid = set_->addresses_.back().address;
-    }
+    if (!draft.uid.empty() && KeepAddress(NormalisedAddress(draft.uid))) card.uid = set_->addresses_.back().address;
     if (contents_.addresses) AddAddresses(draft);
     if (contents_.categories)
         for (const LinedText& category : draft.categories)
@@ -81,6 +104,10 @@ void CardSetBuilder::Receive(CardDraft& draft) {
 }
 
 void CardSetBuilder::AddFaxNumbers(const CardDraft& draft, Card& card) {
+    for (const Telephone& telephone : draft.telephones)
+        if (telephone.number.size() > longestNumber && JudgeTelephone(telephone.facts).kind != FaxKind::None)
+            Report(telephone.line, "a fax number of \"{}\" is longer than {} bytes",
+                   "it was left out; correct the line", {NameOf(draft), std::to_string(longestNumber)});
     ListFaxNumbers(draft, numbersOfCard_);
     card.firstFaxNumber = Narrow(set_->faxNumbers_.size());
     for (const auto& [kind, telephone] : numbersOfCard_)
@@ -98,6 +125,7 @@ void CardSetBuilder::AddCategoryGroup(std::string_view name, const std::vector<C
     Card card{};
     card.isGroup = true;
     card.name = KeepActive(name);
+    card.uid = KeepActive(LowerCased(name));
     card.firstMember = Narrow(set_->members_.size());
     for (const CardPlace& place : cards) set_->members_.push_back({0, 0, place});
     card.memberCount = Narrow(set_->members_.size()) - card.firstMember;
@@ -122,7 +150,7 @@ void CardSetBuilder::PutInOrder() {
     std::ranges::stable_sort(set.categories_, {}, &Category::card);
 }
 
-std::shared_ptr<const CardSet> CardSetBuilder::Finish(std::optional<UINT> guessedCharset) {
+std::shared_ptr<CardSet> CardSetBuilder::Finish(std::optional<UINT> guessedCharset) {
     if (!inOrder_) PutInOrder();
     set_->guessedCharset_ = guessedCharset;
     return set_;

@@ -28,19 +28,24 @@ class CardSetBuilder final : public CardReceiver {
     CardSetBuilder(CardSetContents contents, size_t textSize, MessageReceiver& messages);
 
     void Receive(CardDraft& draft) override;
-    void Report(size_t line, std::string_view what, std::string_view advice) override {
-        messages_.Report(line, what, advice);
-    }
+    void Take(const Message& message) override { messages_.Take(message); }
 
-    // A group of cards of any files. The name is in the active code page.
+    // A group of cards of the sources. The name, in the active code page, is its identifier, too, without regard to the
+    // case of ASCII letters: no two groups have the same.
     void AddCategoryGroup(std::string_view name, const std::vector<CardPlace>& cards);
+    // Where the members of categories stand: the set keeps them.
+    void SetSources(std::vector<FileCards> sources) { set_->sources_ = std::move(sources); }
 
-    std::shared_ptr<const CardSet> Finish(std::optional<UINT> guessedCharset);
+    std::shared_ptr<CardSet> Finish(std::optional<UINT> guessedCharset);
 
   private:
     TextPosition Keep(std::string_view utf8);
+    // Not more than so many bytes; that the rest is left out is reported. `meaning` is what the user calls the text.
+    TextPosition KeepBeginning(std::string_view utf8, size_t mostBytes, std::string_view meaning,
+                               const CardDraft& draft);
     TextPosition KeepActive(std::string_view text);
-    void KeepAddress(std::string_view address);
+    // False, with nothing done, for an address that names nothing.
+    bool KeepAddress(std::string_view address);
     void AddFaxNumbers(const CardDraft& draft, Card& card);
     void AddAddresses(const CardDraft& draft);
     void PutInOrder();

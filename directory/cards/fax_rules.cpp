@@ -2,7 +2,9 @@
 #include "cards/fax_rules.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <iterator>
 
 #include "text/ascii.h"
 
@@ -91,17 +93,33 @@ bool EndsOtherWord(std::string_view text) {
                                [&](std::string_view word) { return EndsWithIgnoringCase(text, word); });
 }
 
-bool LabelSays(std::string_view label, const Word& word) {
-    for (size_t i = 0; i + word.text.size() <= label.size(); ++i) {
-        if (!StartsWithIgnoringCase(label.substr(i), word.text)) continue;
-        if (word.facts.fax ? !EndsOtherWord(label.substr(0, i + word.text.size())) : IsWordStart(label, i)) return true;
+// The words of labels by their first byte, so that a long label is looked through once: of a byte, those from one start
+// up to the next.
+struct LabelWordTable {
+    std::array<Word, std::size(labelWords)> words;
+    std::array<std::uint8_t, 257> starts;
+};
+constexpr LabelWordTable labelWordTable = [] {
+    LabelWordTable table = {};
+    std::uint8_t count = 0;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        table.starts[byte] = count;
+        for (const Word& word : labelWords)
+            if (static_cast<unsigned char>(word.text.front()) == byte) table.words[count++] = word;
     }
-    return false;
+    table.starts[256] = count;
+    return table;
+}();
+
+// Whether the word stands at the position, and means there what it means.
+bool LabelSays(std::string_view label, size_t position, const Word& word) {
+    if (!StartsWithIgnoringCase(label.substr(position), word.text)) return false;
+    return word.facts.fax ? !EndsOtherWord(label.substr(0, position + word.text.size())) : IsWordStart(label, position);
 }
 
 void CutFaxParameters(std::string& number) {
     for (size_t dollar = number.find('$'); dollar != std::string::npos; dollar = number.find('$', dollar + 1)) {
-        const std::string_view rest = Trimmed(std::string_view(number).substr(dollar + 1));
+        const std::string_view rest = TrimmedAtStart(std::string_view(number).substr(dollar + 1));
         const auto begins = [&](std::string_view parameter) { return StartsWithIgnoringCase(rest, parameter); };
         if (std::ranges::any_of(faxParameters, begins)) return number.resize(dollar);
     }
@@ -161,8 +179,11 @@ void AddPreference(std::string_view preference, TelephoneFacts& facts) {
 }
 
 void AddLabelFacts(std::string_view label, TelephoneFacts& facts) {
-    for (const Word& word : labelWords)
-        if (LabelSays(label, word)) facts.Add(word.facts);
+    for (size_t i = 0; i < label.size(); ++i) {
+        const auto first = static_cast<unsigned char>(ToLowerAscii(label[i]));
+        for (size_t word = labelWordTable.starts[first]; word < labelWordTable.starts[first + 1]; ++word)
+            if (LabelSays(label, i, labelWordTable.words[word])) facts.Add(labelWordTable.words[word].facts);
+    }
 }
 
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {

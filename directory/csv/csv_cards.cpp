@@ -1,6 +1,8 @@
 // Each row fills the draft that a card of any other format would.
 #include "csv/csv_cards.h"
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -9,6 +11,7 @@
 #include "csv/csv_reader.h"
 #include "text/ascii.h"
 #include "text/lines.h"
+#include "text/told_text.h"
 
 namespace {
 
@@ -26,18 +29,17 @@ class Reader {
     }
 
   private:
-    // The columns of a telephone's label and value; of a label alone, nothing is read.
-    struct TelephoneColumns {
-        size_t label = npos;
-        size_t value = npos;
+    struct Column : CsvColumn {
+        size_t label = npos;  // of a numbered telephone: the position of its label, if there is one
     };
     static constexpr size_t npos = static_cast<size_t>(-1);
 
     bool ReadHeadings(const CsvRow& row);
+    void PairNumberedTelephones();
     void ReadRow(const CsvRow& row);
-    void ReadField(const CsvColumn& column, const CsvField& field);
+    void ReadField(size_t position, const CsvField& field);
     void ReadNumberedTelephones(const CsvRow& row);
-    void AddTelephones(std::string_view numbers, std::string_view heading, std::string_view label, size_t line);
+    void AddTelephones(const CsvField& numbers, const CsvColumn& column, std::string_view label);
     void AddCategories(const CsvField& field);
     void SetText(std::string& text, std::string_view value) const;
 
@@ -55,8 +57,8 @@ class Reader {
 
     CsvReader rows_;
     CardReceiver& receiver_;
-    std::vector<CsvColumn> columns_;
-    std::vector<TelephoneColumns> numbered_;
+    std::vector<Column> columns_;
+    std::vector<size_t> numbered_;  // positions of a row's numbered telephones
     CardDraft card_;
     std::string nameParts_[5];  // prefix, given, middle, family, suffix
 };
@@ -64,21 +66,30 @@ class Reader {
 bool Reader::ReadHeadings(const CsvRow& row) {
     bool isUnderstood = false;
     for (const CsvField& field : row.fields) {
-        CsvColumn& column = columns_.emplace_back(ReadHeading(field.text));
-        const ColumnMeaning meaning = column.meaning;
+        const ColumnMeaning meaning = columns_.emplace_back(Column{ReadHeading(field.text)}).meaning;
         isUnderstood |= meaning != ColumnMeaning::Unknown && meaning != ColumnMeaning::Note &&
                         meaning != ColumnMeaning::Department && meaning != ColumnMeaning::Categories;
-        if (meaning != ColumnMeaning::TelephoneLabel && meaning != ColumnMeaning::TelephoneValue) continue;
-        if (column.set >= row.fields.size()) continue;
-        if (numbered_.size() <= column.set) numbered_.resize(column.set + 1);
-        (meaning == ColumnMeaning::TelephoneLabel ? numbered_[column.set].label : numbered_[column.set].value) =
-            columns_.size() - 1;
     }
+    PairNumberedTelephones();
     if (!isUnderstood)
         receiver_.Report(row.line, "no heading names a person, an e-mail address or a number",
                          "the file was left out; its first line must name the columns, such as First Name and "
                          "Business Fax");
     return isUnderstood;
+}
+
+// A label is that of one number: of a set whose headings stand twice, the first label belongs to the first value.
+void Reader::PairNumberedTelephones() {
+    std::multimap<size_t, size_t> labels;
+    for (size_t i = 0; i < columns_.size(); ++i)
+        if (columns_[i].meaning == ColumnMeaning::TelephoneLabel) labels.emplace(columns_[i].set, i);
+    for (Column& column : columns_) {
+        if (column.meaning != ColumnMeaning::TelephoneValue) continue;
+        const auto label = labels.lower_bound(column.set);
+        if (label == labels.end() || label->first != column.set) continue;
+        column.label = label->second;
+        labels.erase(label);
+    }
 }
 
 void Reader::ReadRow(const CsvRow& row) {
@@ -90,8 +101,9 @@ void Reader::ReadRow(const CsvRow& row) {
     if (row.fields.size() > columns_.size())
         receiver_.Report(row.line, "row has more fields than there are headings",
                          "the fields beyond them were left out; check the quotes of the row");
+    numbered_.clear();
     for (size_t i = 0; i < row.fields.size() && i < columns_.size(); ++i)
-        if (!row.fields[i].text.empty()) ReadField(columns_[i], row.fields[i]);
+        if (!row.fields[i].text.empty()) ReadField(i, row.fields[i]);
     ReadNumberedTelephones(row);
     for (const std::string& part : nameParts_) card_.nameFromParts.append(part).append(" ");
     MakeSingleLine(card_.nameFromParts);
@@ -106,8 +118,8 @@ void Reader::SetText(std::string& text, std::string_view value) const {
     MakeSingleLine(text);
 }
 
-void Reader::ReadField(const CsvColumn& column, const CsvField& field) {
-    switch (column.meaning) {
+void Reader::ReadField(size_t position, const CsvField& field) {
+    switch (columns_[position].meaning) {
         case ColumnMeaning::DisplayName:
             return SetText(card_.formattedName, field.text);
         case ColumnMeaning::NamePrefix:
@@ -139,36 +151,44 @@ void Reader::ReadField(const CsvColumn& column, const CsvField& field) {
         case ColumnMeaning::Categories:
             return AddCategories(field);
         case ColumnMeaning::Telephone:
-            return AddTelephones(field.text, column.heading, {}, field.line);
+            return AddTelephones(field, columns_[position], {});
+        case ColumnMeaning::TelephoneValue:
+            return numbered_.push_back(position);
         case ColumnMeaning::Unknown:
         case ColumnMeaning::TelephoneLabel:
-        case ColumnMeaning::TelephoneValue:
             return;
     }
 }
 
+// In the order of their numbers, behind all others.
 void Reader::ReadNumberedTelephones(const CsvRow& row) {
-    for (const TelephoneColumns& columns : numbered_) {
-        if (columns.value >= row.fields.size()) continue;
-        const CsvField& value = row.fields[columns.value];
-        const std::string_view label =
-            columns.label < row.fields.size() ? row.fields[columns.label].text : std::string_view();
-        AddTelephones(value.text, columns_[columns.value].heading, label, value.line);
+    std::ranges::stable_sort(numbered_, {}, [&](size_t position) { return columns_[position].set; });
+    for (const size_t position : numbered_) {
+        const Column& column = columns_[position];
+        const bool hasLabel = column.label < row.fields.size();
+        AddTelephones(row.fields[position], column, hasLabel ? row.fields[column.label].text : std::string_view());
     }
 }
 
-// A label that begins with a star is that of the preferred number.
-void Reader::AddTelephones(std::string_view numbers, std::string_view heading, std::string_view label, size_t line) {
-    ForEachValue(numbers, valueSeparator, [&](std::string_view number) {
+// A heading or a label is judged once for all its numbers. A label that begins with a star is that of the preferred
+// one.
+void Reader::AddTelephones(const CsvField& numbers, const CsvColumn& column, std::string_view label) {
+    TelephoneFacts facts = column.facts;
+    std::string source = column.heading;
+    if (!label.empty()) {
+        facts = {};
+        AddLabelFacts(label, facts);
+        if (Trimmed(label).starts_with('*')) AddPreference("1", facts);
+        source.append(", label ").append(label);
+        MakeSingleLine(source);
+        CutToTell(source, longestToldSource);
+    }
+    ForEachValue(numbers.text, valueSeparator, [&](std::string_view number) {
         Telephone& telephone = card_.telephones.Add();
-        telephone.line = line;
+        telephone.line = numbers.line;
         telephone.group.clear();
-        telephone.source = heading;
-        if (!label.empty()) telephone.source.append(", label ").append(label);
-        MakeSingleLine(telephone.source);
-        telephone.facts = {};
-        AddLabelFacts(label.empty() ? heading : label, telephone.facts);
-        if (Trimmed(label).starts_with('*')) AddPreference("1", telephone.facts);
+        telephone.source = source;
+        telephone.facts = facts;
         telephone.number = number;
         CutToDialledNumber(telephone.number);
     });

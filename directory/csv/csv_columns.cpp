@@ -3,9 +3,9 @@
 
 #include <charconv>
 
-#include "cards/fax_rules.h"
 #include "text/ascii.h"
 #include "text/lines.h"
+#include "text/told_text.h"
 
 namespace {
 
@@ -171,5 +171,8 @@ CsvColumn ReadHeading(std::string_view heading) {
     if (column.meaning == ColumnMeaning::Unknown && !ReadNumberedTelephone(folded, column) &&
         IsTelephoneHeading(folded))
         column.meaning = ColumnMeaning::Telephone;
+    if (column.meaning == ColumnMeaning::Telephone || column.meaning == ColumnMeaning::TelephoneValue)
+        AddLabelFacts(column.heading, column.facts);
+    CutToTell(column.heading, longestToldSource);
     return column;
 }

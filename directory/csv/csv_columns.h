@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "cards/fax_rules.h"
+
 enum class ColumnMeaning {
     Unknown,
     DisplayName,
@@ -26,8 +28,9 @@ enum class ColumnMeaning {
 
 struct CsvColumn {
     ColumnMeaning meaning = ColumnMeaning::Unknown;
-    size_t set = 0;  // of a telephone's label and value
-    std::string heading;
+    size_t set = 0;        // of a telephone's label and value
+    std::string heading;   // to be told: cut
+    TelephoneFacts facts;  // of the numbers below a telephone's heading that have no label
 };
 
 CsvColumn ReadHeading(std::string_view heading);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "csv/formula_guard.h"
 #include "text/ascii.h"
 
 namespace {
@@ -22,7 +23,8 @@ CsvReader::CsvReader(std::string_view text) : text_(text), lastQuote_(text.rfind
 void CsvReader::ReadDelimiter() {
     const size_t end = text_.find_first_of("\r\n");
     const std::string_view first = text_.substr(0, end);
-    if (StartsWithIgnoringCase(first, "sep=") && first.size() == 5) {
+    // A quote that also ended fields would begin none.
+    if (StartsWithIgnoringCase(first, "sep=") && first.size() == 5 && first[4] != '"') {
         delimiter_ = first[4];
         position_ = first.size();
         SkipLineEnd();
@@ -43,9 +45,11 @@ bool CsvReader::Next(CsvRow& row) {
         row.line = line_;
         row.fields.clear();
         row.hasOpenQuote = false;
-        unquotedCount_ = 0;
+        keptCount_ = 0;
         while (ReadField(row)) {
         }
+        for (CsvField& field : row.fields)
+            if (HasFormulaGuards(field.text)) field.text = KeptText() = WithoutFormulaGuards(field.text);
         const auto isBlank = [](const CsvField& field) { return Trimmed(field.text).empty(); };
         if (!std::ranges::all_of(row.fields, isBlank)) return true;
     }
@@ -63,7 +67,7 @@ bool CsvReader::ReadField(CsvRow& row) {
     CsvField& field = row.fields.emplace_back();
     field.line = line_;
     size_t start = position_;
-    while (start < text_.size() && text_[start] == ' ') ++start;
+    while (start < text_.size() && text_[start] == ' ' && delimiter_ != ' ') ++start;
     if (start < text_.size() && text_[start] == '"' && start < lastQuote_ && lastQuote_ != std::string_view::npos) {
         const size_t before = position_;
         position_ = start;
@@ -110,14 +114,19 @@ bool CsvReader::ReadQuotedField(CsvField& field) {
 }
 
 void CsvReader::KeepUnquoted(CsvField& field) {
-    if (unquotedCount_ == unquoted_.size()) unquoted_.emplace_back();
-    std::string& text = unquoted_[unquotedCount_++];
-    text.clear();
+    std::string& text = KeptText();
     for (size_t i = 0; i < field.text.size(); ++i) {
         text.push_back(field.text[i]);
         if (field.text[i] == '"') ++i;
     }
     field.text = text;
+}
+
+std::string& CsvReader::KeptText() {
+    if (keptCount_ == kept_.size()) kept_.emplace_back();
+    std::string& text = kept_[keptCount_++];
+    text.clear();
+    return text;
 }
 
 bool CsvReader::EndField() {

@@ -2,7 +2,8 @@
 //
 // Delimiters are commas, semicolons, tabs or bars, whichever the first line has outside of quotes; a first line `sep=;`
 // names one. Lines end with CR LF, LF or CR. A quoted field may hold delimiters, line ends and doubled quotes; a quote
-// inside a field that does not begin with one is text.
+// inside a field that does not begin with one is text. An apostrophe that keeps spreadsheets from running a field is
+// none of its text (formula_guard.h).
 #pragma once
 
 #include <cstddef>
@@ -12,7 +13,7 @@
 #include <vector>
 
 struct CsvField {
-    std::string_view text;  // of the file or, where quotes were doubled, of the row
+    std::string_view text;  // of the file or, where it stands there in other letters, of the row
     size_t line = 0;        // where it begins, counted from 1
 };
 
@@ -40,6 +41,7 @@ class CsvReader {
     bool EndField();
     void SkipLineEnd();
     void KeepUnquoted(CsvField& field);
+    std::string& KeptText();
 
     std::string_view text_;
     size_t position_ = 0;
@@ -47,6 +49,6 @@ class CsvReader {
     char delimiter_ = ',';
     // From here on no quote closes a field: one search for it is enough.
     size_t lastQuote_;
-    std::deque<std::string> unquoted_;  // of the row; the first unquotedCount_ are in use
-    size_t unquotedCount_ = 0;
+    std::deque<std::string> kept_;  // of the row; the first keptCount_ are in use
+    size_t keptCount_ = 0;
 };

@@ -43,7 +43,7 @@ class Explainer final : public CardReceiver {
         : path_(Utf8Of(file)), style_(style), receiver_(receiver) {}
 
     void Receive(CardDraft& card) override;
-    void Report(size_t, std::string_view, std::string_view) override {}
+    void Take(const Message&) override {}
 
   private:
     void PlaceNumbers(const CardDraft& card);
@@ -57,8 +57,11 @@ class Explainer final : public CardReceiver {
 
 void Explainer::Receive(CardDraft& card) {
     telephones_.clear();
-    for (const Telephone& telephone : card.telephones) {
+    ListFaxNumbers(card, faxNumbers_);
+    for (Telephone& telephone : card.telephones) {
         const FaxVerdict verdict = JudgeTelephone(telephone.facts);
+        const bool isTooLong = telephone.number.size() > longestNumber;
+        CutToTell(telephone.number, longestNumber);
         VOKTelephoneReport& report = telephones_.emplace_back();
         report = {static_cast<ULONG>(telephone.line),
                   telephone.source.c_str(),
@@ -69,6 +72,8 @@ void Explainer::Receive(CardDraft& card) {
         if (verdict.kind == FaxKind::None) continue;
         if (card.isGroup)
             report.rule = "left out: a group has no number of its own";
+        else if (isTooLong)
+            report.rule = "left out: it is longer than any number";
         else
             report.rule = telephone.number.empty() ? "left out: no number stands there"
                                                    : "left out: the card has the same number of the same kind already";
@@ -82,7 +87,6 @@ void Explainer::Receive(CardDraft& card) {
 }
 
 void Explainer::PlaceNumbers(const CardDraft& card) {
-    ListFaxNumbers(card, faxNumbers_);
     std::vector<FaxNumber> numbers;
     for (const auto& [kind, telephone] : faxNumbers_) numbers.push_back({0, 0, kind, telephone->facts.preference});
     const FaxPlaces places = PlaceFaxNumbers(numbers, style_);

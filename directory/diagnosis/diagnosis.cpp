@@ -25,7 +25,9 @@ void CountFaxNumbers(const CardSet& cards, const Card& card, VOKFileReport& repo
     }
 }
 
-void DiagnoseFile(Session& session, std::uint32_t node, std::uint32_t file, VOKDiagnosisReceiver& receiver) {
+void DiagnoseFile(Session& session, MemberFinder& finder, std::uint32_t node, std::uint32_t file,
+                  VOKDiagnosisReceiver& receiver) {
+    MessagePass pass(session.Messages());
     const std::shared_ptr<const CardSet> cards = session.ReadFile(file);
     const BookSettings settings = session.FindNode(node)->settings;
     const std::string path = Utf8Of(session.FilePath(file));
@@ -37,8 +39,7 @@ void DiagnoseFile(Session& session, std::uint32_t node, std::uint32_t file, VOKD
         const Card& card = cards->Cards()[i];
         if (card.isGroup) {
             ++report.groupCount;
-            report.missingMemberCount +=
-                static_cast<ULONG>(DirectMembers(session, node, {cards, file, i}).missingCount);
+            report.missingMemberCount += static_cast<ULONG>(finder.FindMembers(node, {cards, file, i}).missingCount);
         } else {
             ++report.personCount;
             CountFaxNumbers(*cards, card, report);
@@ -47,7 +48,9 @@ void DiagnoseFile(Session& session, std::uint32_t node, std::uint32_t file, VOKD
     report.unplacedCount = static_cast<ULONG>(ReportUnplacedNumbers(session, file, *cards, settings.Style()));
     const std::string charset(cards->GuessedCharset() ? CharsetNameOf(*cards->GuessedCharset()) : std::string_view());
     if (!charset.empty()) report.guessedCharset = charset.c_str();
-    if (IsWanted(receiver.OnFile(&report))) ExplainCards(session.FilePath(file), settings, receiver);
+    pass.Finish();
+    const bool isThere = session.IsComplete(file) || !cards->Cards().empty();
+    if (IsWanted(receiver.OnFile(&report)) && isThere) ExplainCards(session.FilePath(file), settings, receiver);
 }
 
 }  // namespace
@@ -62,12 +65,13 @@ void MessageForwarder::Take(const std::filesystem::path& file, size_t line, std:
 }
 
 void Diagnose(Session& session, VOKDiagnosisReceiver& receiver) {
+    MemberFinder finder(session);
     for (const std::uint32_t node : session.ListAllBooks()) {
         const BookNode& book = *session.FindNode(node);
         const std::string name = FromActiveCodePage(book.name);
         const ULONG parent = book.role == BookNode::Role::Book ? node : book.parent;
         const VOKBookReport report = {node, parent, name.c_str()};
         if (!IsWanted(receiver.OnBook(&report))) continue;
-        for (const std::uint32_t file : session.ListFiles(node)) DiagnoseFile(session, node, file, receiver);
+        for (const std::uint32_t file : session.ListFiles(node)) DiagnoseFile(session, finder, node, file, receiver);
     }
 }

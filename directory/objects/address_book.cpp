@@ -20,7 +20,7 @@ class AddressBook final : public PropertyObject<UnsupportedAddressBook> {
             const std::optional<EntryId> first = DecodeEntryId(bytes1, size1, session_->Number());
             const std::optional<EntryId> second = DecodeEntryId(bytes2, size2, session_->Number());
             Require(first && second, MAPI_E_INVALID_ENTRYID);
-            *result = *first == *second;
+            *result = Session::AreSame(*first, *second);
             return S_OK;
         });
     }
@@ -52,14 +52,10 @@ Opened Open(const std::shared_ptr<Session>& session, ULONG size, const BYTE* byt
     const std::optional<EntryId> id = DecodeEntryId(bytes, size, session->Number());
     Require(id && session->FindNode(id->node) != nullptr, MAPI_E_INVALID_ENTRYID);
     if (id->kind == EntryId::Kind::Container) return {MakeContainer(session, id->node), MAPI_ABCONT};
-    std::optional<CardReference> card = session->FindCard(*id);
-    Require(card.has_value(), MAPI_E_NOT_FOUND);
-    EntryId found = *id;
-    found.card = card->card;
-    if (found.kind == EntryId::Kind::Group)
-        return {MakeDistributionList(session, found, std::move(*card)), MAPI_DISTLIST};
-    Require(found.kind == EntryId::Kind::Person || found.faxNumber < card->Get().faxNumberCount, MAPI_E_NOT_FOUND);
-    return {MakeMailUser(session, found, std::move(*card)), MAPI_MAILUSER};
+    std::optional<FoundEntry> found = session->FindEntryOrReport(*id, {});
+    Require(found.has_value(), MAPI_E_NOT_FOUND);
+    if (id->kind == EntryId::Kind::Group) return {MakeDistributionList(session, std::move(*found)), MAPI_DISTLIST};
+    return {MakeMailUser(session, std::move(*found)), MAPI_MAILUSER};
 }
 
 }  // namespace

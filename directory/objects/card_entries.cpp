@@ -1,4 +1,5 @@
 // Opened cards: persons and fax entries, which only have properties, and groups, which also list their members.
+#include "books/group_members.h"
 #include "objects/destination.h"
 #include "objects/entries.h"
 #include "objects/table.h"
@@ -8,11 +9,11 @@ namespace {
 // What an opened card holds: its session and the cards as they were when it was opened.
 struct OpenedCard {
     std::shared_ptr<Session> session;
-    EntryId id;
-    CardReference card;
+    FoundEntry entry;
 
-    ContentsStyle Style() const { return session->FindNode(id.node)->settings.Style(); }
-    void Write(ValueWriter& value) const { Destination(*card.cards, id, Style(), session->Number()).Write(value); }
+    const std::shared_ptr<const CardSet>& Cards() const { return entry.card.cards; }
+    ContentsStyle Style() const { return session->FindNode(entry.id.node)->settings.Style(); }
+    void Write(ValueWriter& value) const { Destination(*Cards(), entry.id, Style(), session->Number()).Write(value); }
 };
 
 class MailUser final : public PropertyObject<UnsupportedProp<IMAPIProp>> {
@@ -22,7 +23,7 @@ class MailUser final : public PropertyObject<UnsupportedProp<IMAPIProp>> {
   private:
     bool Answers(REFIID id) const override { return IsOneOf(id, {mapiPropInterface, mailUserInterface}); }
     void Write(ValueWriter& value) const override { opened_.Write(value); }
-    void KeepAlive(ResultBuffer& buffer) const override { buffer.KeepAlive(opened_.card.cards); }
+    void KeepAlive(ResultBuffer& buffer) const override { buffer.KeepAlive(opened_.Cards()); }
 
     OpenedCard opened_;
 };
@@ -36,7 +37,10 @@ class DistributionList final : public PropertyObject<UnsupportedContainer> {
             Require(table != nullptr);
             *table = nullptr;
             RequireNarrowText(flags);
-            *table = MakeTable(MembersOfGroup(opened_.session, opened_.id.node, opened_.card, opened_.Style()));
+            const std::optional<FoundEntry> group =
+                FindGroupAnew(*opened_.session, opened_.entry.id, opened_.Cards()->Text(opened_.entry.card.Get().name));
+            Require(group.has_value(), MAPI_E_NOT_FOUND);
+            *table = MakeTable(MembersOfGroup(opened_.session, group->id.node, group->card, opened_.Style()));
             return S_OK;
         });
     }
@@ -51,17 +55,17 @@ class DistributionList final : public PropertyObject<UnsupportedContainer> {
         return IsOneOf(id, {mapiPropInterface, mapiContainerInterface, abContainerInterface, distListInterface});
     }
     void Write(ValueWriter& value) const override { opened_.Write(value); }
-    void KeepAlive(ResultBuffer& buffer) const override { buffer.KeepAlive(opened_.card.cards); }
+    void KeepAlive(ResultBuffer& buffer) const override { buffer.KeepAlive(opened_.Cards()); }
 
     OpenedCard opened_;
 };
 
 }  // namespace
 
-IMAPIProp* MakeMailUser(std::shared_ptr<Session> session, const EntryId& id, CardReference card) {
-    return new MailUser({std::move(session), id, std::move(card)});
+IMAPIProp* MakeMailUser(std::shared_ptr<Session> session, FoundEntry entry) {
+    return new MailUser({std::move(session), std::move(entry)});
 }
 
-IABContainer* MakeDistributionList(std::shared_ptr<Session> session, const EntryId& id, CardReference card) {
-    return new DistributionList({std::move(session), id, std::move(card)});
+IABContainer* MakeDistributionList(std::shared_ptr<Session> session, FoundEntry entry) {
+    return new DistributionList({std::move(session), std::move(entry)});
 }

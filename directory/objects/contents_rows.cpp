@@ -14,8 +14,8 @@ class ContentsRows final : public RowSource {
         shared_->session = std::move(session);
     }
 
-    // Makes room for that many more rows.
-    void Expect(size_t count) { rows_.reserve(rows_.size() + count); }
+    // All cards of a file, or none when there is no memory for them.
+    void AddCards(const std::shared_ptr<const CardSet>& cards, std::uint32_t file);
     void AddCard(const std::shared_ptr<const CardSet>& cards, std::uint32_t file, std::uint32_t card);
 
     size_t Count() const override { return rows_.size(); }
@@ -27,8 +27,8 @@ class ContentsRows final : public RowSource {
 
     void Write(size_t row, const std::vector<ULONG>& tags, SPropValue* values, ResultBuffer& buffer) const override {
         const Row& wanted = rows_[row];
-        const ListedSet& set = shared_->sets[wanted.set];
-        const EntryId id{wanted.kind, node_, set.file, wanted.card, wanted.faxNumber};
+        const FileCards& set = shared_->sets[wanted.set];
+        const EntryId id{wanted.kind, node_, set.file, wanted.card, wanted.faxNumber, set.cards->Edition()};
         const Destination destination(*set.cards, id, style_, shared_->session->Number());
         for (const ULONG tag : tags) {
             ValueWriter writer(tag, *values++, buffer);
@@ -37,10 +37,6 @@ class ContentsRows final : public RowSource {
     }
 
   private:
-    struct ListedSet {
-        std::shared_ptr<const CardSet> cards;
-        std::uint32_t file;
-    };
     struct Row {
         std::uint32_t set;
         EntryId::Kind kind;
@@ -50,7 +46,7 @@ class ContentsRows final : public RowSource {
     // What rows point into: it outlives the table as long as a row set does.
     struct Shared {
         std::shared_ptr<Session> session;
-        std::vector<ListedSet> sets;
+        std::vector<FileCards> sets;
     };
 
     std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
@@ -60,12 +56,26 @@ class ContentsRows final : public RowSource {
 };
 
 void ContentsRows::AddCard(const std::shared_ptr<const CardSet>& cards, std::uint32_t file, std::uint32_t card) {
-    std::vector<ListedSet>& sets = shared_->sets;
+    std::vector<FileCards>& sets = shared_->sets;
     if (sets.empty() || sets.back().cards != cards) sets.push_back({cards, file});
     const auto set = static_cast<std::uint32_t>(sets.size() - 1);
     ForEachEntryId(*cards, file, card, node_, style_, [&](const EntryId& id) {
         rows_.push_back({set, id.kind, id.card, id.faxNumber});
     });
+}
+
+void ContentsRows::AddCards(const std::shared_ptr<const CardSet>& cards, std::uint32_t file) {
+    const size_t rowCount = rows_.size();
+    const size_t setCount = shared_->sets.size();
+    try {
+        const auto count = static_cast<std::uint32_t>(cards->Cards().size());
+        rows_.reserve(rowCount + count);
+        for (std::uint32_t card = 0; card < count; ++card) AddCard(cards, file, card);
+    } catch (const std::bad_alloc&) {
+        rows_.resize(rowCount);
+        shared_->sets.resize(setCount);
+        shared_->session->ForgetFile(file);
+    }
 }
 
 }  // namespace
@@ -74,20 +84,16 @@ std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Sessi
     const std::vector<std::uint32_t> files = session->ListFiles(node);
     const BookSettings& settings = session->FindNode(node)->settings;
     auto rows = std::make_unique<ContentsRows>(session, node, settings.Style());
-    const auto addCards = [&](const std::shared_ptr<const CardSet>& cards, std::uint32_t file) {
-        const auto count = static_cast<std::uint32_t>(cards->Cards().size());
-        rows->Expect(count);
-        for (std::uint32_t card = 0; card < count; ++card) rows->AddCard(cards, file, card);
-    };
     for (const std::uint32_t file : files) {
         const std::shared_ptr<const CardSet> cards =
             session->ReadFile(file, {.categories = settings.ShowsCategories()});
-        addCards(cards, file);
+        rows->AddCards(cards, file);
         ReportUnplacedNumbers(*session, file, *cards, settings.Style());
     }
-    if (settings.ShowsCategories())
-        if (const auto groups = MakeCategoryGroups(*session, node, files))
-            addCards(session->ReadFile(*groups), *groups);
+    if (settings.ShowsCategories()) {
+        const std::uint32_t groups = MakeCategoryGroups(*session, node, files);
+        rows->AddCards(session->ReadFile(groups), groups);
+    }
     return rows;
 }
 
@@ -96,7 +102,9 @@ std::unique_ptr<const RowSource> MembersOfGroup(const std::shared_ptr<Session>& 
     // A member is one row here, however many fax numbers it has.
     const ContentsStyle shown = style == ContentsStyle::FaxEntries ? ContentsStyle::Plain : style;
     auto rows = std::make_unique<ContentsRows>(session, node, shown);
-    for (const CardReference& member : DirectMembers(*session, node, group).cards)
+    MessagePass pass(session->Messages());
+    for (const CardReference& member : MemberFinder(*session).FindMembers(node, group).cards)
         rows->AddCard(member.cards, member.file, member.card);
+    pass.Finish();
     return rows;
 }

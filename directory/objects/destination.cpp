@@ -1,6 +1,8 @@
 // One place writes every value of a destination, so that a row, an opened entry and a recipient agree.
 #include "objects/destination.h"
 
+#include "cards/card_identity.h"
+
 namespace {
 
 // How a fax entry's name says what its number is; a primary number's says nothing.
@@ -62,7 +64,8 @@ void Destination::WriteAddress(ValueWriter& value) const {
 
 void Destination::WriteEntryId(ValueWriter& value) const {
     EntryId id = id_;
-    id.identity = IdentityOf(cards_, card_);
+    id.identity = cards_.CardIdentity(id.card, session_);
+    if (IsFaxEntry()) id.identity = IdentityOf(id.identity, cards_, *faxNumber_, session_);
     const EntryIdBytes bytes = EncodeEntryId(id, session_);
     value.Binary(bytes.data(), bytes.size());
 }

@@ -9,7 +9,7 @@ class RowSource;
 
 class Destination {
   public:
-    // The identifier need not hold the card's identity. Everything is borrowed.
+    // The identifier need not hold the identity. Everything is borrowed.
     Destination(const CardSet& cards, const EntryId& id, ContentsStyle style, std::uint64_t session,
                 FaxPlacesFor reader = FaxPlacesFor::Listing);
 
@@ -39,7 +39,7 @@ template <typename Function>
 void ForEachEntryId(const CardSet& cards, std::uint32_t file, std::uint32_t card, std::uint32_t node,
                     ContentsStyle style, Function&& function) {
     const Card& described = cards.Cards()[card];
-    EntryId id{described.isGroup ? EntryId::Kind::Group : EntryId::Kind::Person, node, file, card};
+    EntryId id{described.isGroup ? EntryId::Kind::Group : EntryId::Kind::Person, node, file, card, 0, cards.Edition()};
     if (style != ContentsStyle::FaxEntries || described.isGroup || described.faxNumberCount == 0) return function(id);
     id.kind = EntryId::Kind::FaxEntry;
     for (; id.faxNumber < described.faxNumberCount; ++id.faxNumber) function(id);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "objects/result_codes.h"
+#include "unread.h"
 
 struct Failure {
     HRESULT result;
@@ -22,8 +23,10 @@ HRESULT Guarded(Function&& function) noexcept {
     } catch (const Failure& failure) {
         return failure.result;
     } catch (const std::bad_alloc&) {
+        NoteLackOfMemory();
         return MAPI_E_NOT_ENOUGH_MEMORY;
     } catch (...) {
+        NoteFailedAnswer();
         return MAPI_E_CALL_FAILED;
     }
 }

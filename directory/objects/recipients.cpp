@@ -37,21 +37,22 @@ const SPropValue* FindValue(std::span<const SPropValue> values, ULONG tag) {
     return nullptr;
 }
 
-struct Recipient {
-    EntryId id;
-    CardReference card;
-};
+enum class GroupsAre { AsLastRead, ReadAnew };
 
-std::optional<Recipient> FindRecipient(const Session& session, std::span<const SPropValue> values) {
+// Whom an entry with these values stands for; nothing for a recipient from elsewhere. Throws for one of this session
+// that means nobody now.
+std::optional<FoundEntry> FindRecipient(Session& session, std::span<const SPropValue> values, GroupsAre groups) {
     const SPropValue* const bytes = FindValue(values, PR_ENTRYID);
     if (bytes == nullptr) return std::nullopt;
-    std::optional<EntryId> id = DecodeEntryId(bytes->Value.bin.lpb, bytes->Value.bin.cb, session.Number());
+    const std::optional<EntryId> id = DecodeEntryId(bytes->Value.bin.lpb, bytes->Value.bin.cb, session.Number());
     if (!id || id->kind == EntryId::Kind::Container || session.FindNode(id->node) == nullptr) return std::nullopt;
-    std::optional<CardReference> card = session.FindCard(*id);
-    if (!card || (id->kind == EntryId::Kind::FaxEntry && id->faxNumber >= card->Get().faxNumberCount))
-        return std::nullopt;
-    id->card = card->card;
-    return Recipient{*id, std::move(*card)};
+    const SPropValue* const shown = FindValue(values, PR_DISPLAY_NAME);
+    const char* const name = shown != nullptr && shown->Value.lpszA != nullptr ? shown->Value.lpszA : "";
+    const bool readAnew = id->kind == EntryId::Kind::Group && groups == GroupsAre::ReadAnew;
+    std::optional<FoundEntry> found =
+        readAnew ? FindGroupAnew(session, *id, name) : session.FindEntryOrReport(*id, name);
+    Require(found.has_value(), MAPI_E_NOT_FOUND);
+    return found;
 }
 
 using ListHolder = std::unique_ptr<ADRLIST, BufferDeleter>;
@@ -62,8 +63,9 @@ class Expansion {
     explicit Expansion(Session& session) : session_(session) {}
 
     void Add(ADRENTRY& entry) {
-        const std::optional<Recipient> recipient = FindRecipient(session_, ValuesOf(entry));
-        if (recipient && recipient->id.kind == EntryId::Kind::Group) return AddMembers(*recipient);
+        const size_t unreadBefore = session_.UnreadCount();
+        const std::optional<FoundEntry> recipient = FindRecipient(session_, ValuesOf(entry), GroupsAre::ReadAnew);
+        if (recipient && recipient->id.kind == EntryId::Kind::Group) return AddMembers(*recipient, unreadBefore);
         if (recipient && !IsNew(recipient->id)) return;
         entries_.push_back(entry);
         kept_.push_back(&entry);
@@ -73,27 +75,37 @@ class Expansion {
   private:
     bool IsNew(const EntryId& id) {
         const std::uint32_t number = id.kind == EntryId::Kind::FaxEntry ? id.faxNumber + 1 : 0;
-        return seen_.insert({id.file, id.card, number}).second;
+        return seen_.insert({id.file, id.edition, id.card, number}).second;
     }
-    void AddMembers(const Recipient& group);
-    void AddRecipient(const Recipient& recipient, ContentsStyle style);
+    // Throws for a group that may have more members in what could not be read since then.
+    void AddMembers(const FoundEntry& group, size_t unreadBefore);
+    void AddRecipient(const FoundEntry& recipient, ContentsStyle style);
 
     Session& session_;
     std::vector<ADRENTRY> entries_;
     std::vector<BufferHolder> made_;  // the values of new entries
     std::vector<ADRENTRY*> kept_;     // the old entries that go over to the new list
-    std::set<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>> seen_;
+    std::set<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t>> seen_;
 };
 
-void Expansion::AddMembers(const Recipient& group) {
+void Expansion::AddMembers(const FoundEntry& group, size_t unreadBefore) {
     const ContentsStyle style = session_.FindNode(group.id.node)->settings.Style();
-    for (const CardReference& person : AllPersons(session_, group.id.node, group.card)) {
+    const GroupMembers members = AllPersons(session_, group.id.node, group.card);
+    const bool mayHaveMore = members.missingCount > 0 || session_.NodeOfCategoryGroups(group.card.file);
+    if (mayHaveMore && session_.UnreadCount() != unreadBefore) {
+        session_.Messages().Report(session_.FilePath(group.card.file), group.card.Get().line,
+                                   "the group \"" + FromActiveCodePage(group.card.cards->Text(group.card.Get().name)) +
+                                       "\" may have members in what cannot be read",
+                                   "no fax goes to half of it; see to the file or folder that is named before");
+        throw Failure{MAPI_E_UNABLE_TO_COMPLETE};
+    }
+    for (const CardReference& person : members.cards) {
         // In this style a recipient is a number, and a caller makes room for as many records as there are recipients.
         if (style == ContentsStyle::FaxEntries && person.Get().faxNumberCount == 0) {
             session_.Messages().Report(session_.FilePath(person.file), person.Get().line,
-                                       "\"" + FromActiveCodePage(person.cards->Text(person.Get().name)) +
-                                           "\" is a member of a group and has no fax number",
-                                       "it was left out of the group");
+                                       "\"{}\" is a member of a group and has no fax number",
+                                       "it was left out of the group",
+                                       {FromActiveCodePage(person.cards->Text(person.Get().name))});
             continue;
         }
         ForEachEntryId(*person.cards, person.file, person.card, group.id.node, style, [&](const EntryId& id) {
@@ -102,7 +114,7 @@ void Expansion::AddMembers(const Recipient& group) {
     }
 }
 
-void Expansion::AddRecipient(const Recipient& recipient, ContentsStyle style) {
+void Expansion::AddRecipient(const FoundEntry& recipient, ContentsStyle style) {
     constexpr ULONG tags[] = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE};
     ResultBuffer buffer(std::size(tags) * sizeof(SPropValue) + entryIdSize);
     auto* const values = buffer.Take<SPropValue>(std::size(tags));
@@ -131,9 +143,9 @@ ListHolder Expansion::Finish() {
 }
 
 // The values of one entry, made before the old ones are given up.
-void PrepareRecipient(const Session& session, const std::vector<ULONG>& tags, ADRENTRY& entry) {
+void PrepareRecipient(const Session& session, const std::vector<ULONG>& tags,
+                      const std::optional<FoundEntry>& recipient, ADRENTRY& entry) {
     const std::span<const SPropValue> old = ValuesOf(entry);
-    const std::optional<Recipient> recipient = FindRecipient(session, old);
     std::optional<Destination> destination;
     if (recipient)
         destination.emplace(*recipient->card.cards, recipient->id,
@@ -168,7 +180,9 @@ void FreeAddressList(ADRLIST* list) {
 void ExpandRecipients(Session& session, ADRLIST** list) {
     Require(list != nullptr && *list != nullptr);
     Expansion expansion(session);
+    MessagePass pass(session.Messages());
     for (ADRENTRY& entry : EntriesOf(*list)) expansion.Add(entry);
+    pass.Finish();
     ListHolder expanded = expansion.Finish();
     FreeAddressList(*list);
     *list = expanded.release();
@@ -180,5 +194,8 @@ void PrepareRecipients(Session& session, const SPropTagArray* tags, ADRLIST* lis
     // Without tags there is nothing to add: identifiers are what they are for the whole session.
     if (tags == nullptr) return;
     const std::vector<ULONG> wanted = ReadTags(tags);
-    for (ADRENTRY& entry : entries) PrepareRecipient(session, wanted, entry);
+    std::vector<std::optional<FoundEntry>> recipients;
+    for (const ADRENTRY& entry : entries)
+        recipients.push_back(FindRecipient(session, ValuesOf(entry), GroupsAre::AsLastRead));
+    for (size_t i = 0; i < entries.size(); ++i) PrepareRecipient(session, wanted, recipients[i], entries[i]);
 }

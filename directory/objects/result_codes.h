@@ -11,6 +11,7 @@ inline constexpr HRESULT MAPI_E_INTERFACE_NOT_SUPPORTED = MakeMapiResult(0x80004
 inline constexpr HRESULT MAPI_E_BAD_CHARWIDTH = MakeMapiResult(0x80040103);
 inline constexpr HRESULT MAPI_E_INVALID_ENTRYID = MakeMapiResult(0x80040107);
 inline constexpr HRESULT MAPI_E_CORRUPT_DATA = MakeMapiResult(0x8004011B);
+inline constexpr HRESULT MAPI_E_UNABLE_TO_COMPLETE = MakeMapiResult(0x80040400);
 inline constexpr HRESULT MAPI_E_COLLISION = MakeMapiResult(0x80040604);
 // Some of the values asked for are missing; the others are there.
 inline constexpr HRESULT MAPI_W_ERRORS_RETURNED = MakeMapiResult(0x00040380);

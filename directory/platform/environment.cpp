@@ -1,12 +1,12 @@
 // The environment of both systems, and the folders that each of them calls the user's own.
 #include "platform/environment.h"
 
+#include <windows.h>
+
 #include <cstdlib>
 #include <string>
 
 #ifdef _WIN32
-#include <windows.h>
-
 #include <io.h>
 #else
 #include <unistd.h>
@@ -26,6 +26,14 @@ std::optional<fs::path> EnvironmentPath(const char* name) {
 
 bool IsTerminalOnStandardInput() {
     return _isatty(0) != 0;
+}
+
+UINT CodePageOfFiles() {
+    if (GetACP() != CP_UTF8) return GetACP();
+    DWORD codePage = CP_UTF8;
+    GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                   reinterpret_cast<LPWSTR>(&codePage), sizeof codePage / sizeof(WCHAR));
+    return codePage;
 }
 
 namespace {
@@ -51,6 +59,10 @@ std::optional<fs::path> EnvironmentPath(const char* name) {
 
 bool IsTerminalOnStandardInput() {
     return isatty(STDIN_FILENO) == 1;
+}
+
+UINT CodePageOfFiles() {
+    return GetACP();
 }
 
 namespace {

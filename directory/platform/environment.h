@@ -1,6 +1,8 @@
 // Where the user's files are, and whether a user sits at a terminal.
 #pragma once
 
+#include <windows.h>
+
 #include <filesystem>
 #include <optional>
 
@@ -20,3 +22,7 @@ std::filesystem::path ContactsFolder();
 std::filesystem::path ProfilesFile();
 
 bool IsTerminalOnStandardInput();
+
+// The code page that files of this system are in when they are not UTF-8. A program may have UTF-8 for its own; the
+// files that it meets are the system's all the same.
+UINT CodePageOfFiles();

@@ -1,5 +1,4 @@
-// What std::filesystem does not give: a file's identity and age in one question, and replacing a file so that a crash
-// leaves the old one or the new one.
+// What std::filesystem does not give: a file's identity and age in one question, and all of a small file.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +6,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 // Two equal values are the same file in the same state, as far as the system can tell.
 struct FileStatus {
+    enum class Kind { File, Folder, Other };  // other: a pipe, a socket, a device
+
+    Kind kind = Kind::File;
     std::uint64_t volume = 0;
     std::uint64_t index = 0;
     std::uint64_t size = 0;
@@ -21,15 +24,16 @@ struct FileStatus {
     friend bool operator==(const FileStatus&, const FileStatus&) = default;
 };
 
-// Follows links. Nothing when the file or folder does not exist or must not be seen.
+// Follows links, and opens nothing that could wait. Nothing when the file or folder does not exist or must not be seen:
+// `error` says why.
+std::optional<FileStatus> ReadFileStatus(const std::filesystem::path& path, std::error_code& error);
 std::optional<FileStatus> ReadFileStatus(const std::filesystem::path& path);
 
-// The bytes of a small file, or nothing when it cannot be read.
-std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
+// Nothing has that name, not even a link that leads nowhere. False where that cannot be told.
+bool IsNothingThere(const std::filesystem::path& path);
 
-// Writes a new file beside the file, flushes to the disk and renames; makes missing folders. False when it cannot, then
-// the file is as it was.
-bool ReplaceFile(const std::filesystem::path& path, std::string_view contents);
+// The bytes of a small file, or nothing when it is no file or cannot be read.
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
 
 // For messages and names.
 std::string Utf8Of(const std::filesystem::path& path);

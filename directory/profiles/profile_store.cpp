@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <charconv>
+#include <unordered_set>
 
 #include "diagnostics.h"
 #include "objects/guard.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
+#include "profiles/profile_name.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
 #include "text/ini_lines.h"
@@ -15,6 +17,7 @@
 namespace {
 
 constexpr std::string_view sectionStart = "profile ";
+constexpr std::string_view cannotRead = "profiles cannot be read", cannotWrite = "profiles cannot be written";
 constexpr std::string_view newFileHead = "# Profiles of the fax address books. Text is UTF-8.\n\n";
 
 [[noreturn]] void RefuseFile(const std::filesystem::path& file, size_t line, std::string_view what) {
@@ -38,14 +41,19 @@ std::string WriteFlags(std::uint32_t flags) {
     return text;
 }
 
-// A name stands in one line between brackets and without blanks around it.
-bool IsWritableName(std::string_view name) {
-    return !name.empty() && Trimmed(name) == name &&
-           std::none_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; });
-}
-
 std::string HeaderOf(std::string_view name) {
     return "[" + std::string(sectionStart) + std::string(name) + "]\n";
+}
+
+std::string LocationLine(const std::filesystem::path& location) {
+    const std::string text = Utf8Of(location);
+    Require(Trimmed(text) == text && text.find('\n') == text.npos);
+    return "location = " + text + "\n";
+}
+
+std::string LinesOf(const ProfileService& service) {
+    return "service = " + service.name + "\n" + (service.location.empty() ? "" : LocationLine(service.location)) +
+           "flags = " + WriteFlags(service.flags) + "\n";
 }
 
 }  // namespace
@@ -72,39 +80,64 @@ struct ProfileStore::Contents {
         Require(found != sections.end(), MAPI_E_NOT_FOUND);
         return *found;
     }
-    Section& Add(std::string_view name) {
-        Require(IsWritableName(name));
-        Require(Find(name) == sections.end(), MAPI_E_COLLISION);
+    std::string Text() const {
+        std::string text = head;
+        if (!text.empty() && !text.ends_with('\n')) text.push_back('\n');
+        if (!display.empty()) text.append("display = ").append(display).append("\n");
+        text.append(behindDisplay.empty() && !display.empty() ? "\n" : behindDisplay);
+        for (const Section& section : sections) {
+            text.append(section.header);
+            if (!section.header.ends_with('\n')) text.push_back('\n');
+            text.append(section.lines);
+        }
+        return text;
+    }
+    Section& Add(const Profile& profile) {
+        Require(FaultOfNewName(profile.name).empty());
+        Require(Find(profile.name) == sections.end(), MAPI_E_COLLISION);
         // An empty line between two profiles.
-        if (!sections.empty() && !sections.back().lines.ends_with("\n\n"))
-            sections.back().lines.append(sections.back().lines.ends_with('\n') ? "\n" : "\n\n");
-        sections.push_back({{std::string(name), {}}, HeaderOf(name), {}});
+        if (!sections.empty() && !sections.back().lines.ends_with("\n\n")) {
+            std::string& lines = sections.back().lines;
+            lines.append(lines.empty() || lines.ends_with('\n') ? "\n" : "\n\n");
+        }
+        sections.push_back({profile, HeaderOf(profile.name), {}});
+        for (const ProfileService& service : profile.services) sections.back().lines.append(LinesOf(service));
         return sections.back();
     }
 };
 
-ProfileStore::Contents ProfileStore::Read() const {
+void ProfileStore::Refuse(std::string_view failure, const FileProblem& problem) const {
+    Diagnostics().Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
+    throw Failure{MAPI_E_NO_ACCESS};
+}
+
+SettingsFile ProfileStore::ReadFile(const std::filesystem::path& path, std::string_view failure) const {
+    if (path.empty()) {
+        Diagnostics().Report("profiles.ini", 0, "no place for profiles is known", "set FAXBOOK_PROFILES to a file");
+        throw Failure{MAPI_E_NO_ACCESS};
+    }
+    SettingsFile file = ReadSettingsFile(path);
+    if (file.state == SettingsFile::State::Unreadable) Refuse(failure, file.problem);
+    return file;
+}
+
+ProfileStore::Contents ProfileStore::ReadContents(const SettingsFile& file) const {
     Contents contents;
-    Require(!file_.empty(), MAPI_E_NO_ACCESS);
-    if (!ReadFileStatus(file_)) {
+    if (file.state == SettingsFile::State::Missing) {
         contents.head = newFileHead;
         return contents;
     }
-    const std::optional<std::string> text = ReadWholeFile(file_);
-    if (!text) {
-        Diagnostics().Report(file_, 0, "profiles cannot be read", "check that you may read the file");
-        throw Failure{MAPI_E_NO_ACCESS};
-    }
-    if (!IsUtf8(*text)) RefuseFile(file_, 0, "text is not UTF-8");
-    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(*text))) {
+    std::unordered_set<std::string_view> names;
+    if (!IsUtf8(file.bytes)) RefuseFile(file_, 0, "text is not UTF-8");
+    for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(file.bytes))) {
         if (line.kind == IniLine::Kind::Unreadable) RefuseFile(file_, line.number, "neither a setting nor a section");
         if (line.kind == IniLine::Kind::Section) {
             if (!StartsWithIgnoringCase(line.name, sectionStart))
                 RefuseFile(file_, line.number, "unknown section; [profile NAME] is known");
-            const std::string name(Trimmed(line.name.substr(sectionStart.size())));
-            if (name.empty() || contents.Find(name) != contents.sections.end())
+            const std::string_view name = Trimmed(line.name.substr(sectionStart.size()));
+            if (name.empty() || !names.insert(name).second)
                 RefuseFile(file_, line.number, "profile without a name or with the name of another");
-            contents.sections.push_back({{name, {}}, std::string(line.raw), {}});
+            contents.sections.push_back({{std::string(name), {}}, std::string(line.raw), {}});
             continue;
         }
         if (contents.sections.empty()) {
@@ -135,20 +168,9 @@ ProfileStore::Contents ProfileStore::Read() const {
     return contents;
 }
 
-void ProfileStore::Write(const Contents& contents) {
-    std::string text = contents.head;
-    if (!text.empty() && !text.ends_with('\n')) text.push_back('\n');
-    if (!contents.display.empty()) text.append("display = ").append(contents.display).append("\n");
-    text.append(contents.behindDisplay.empty() && !contents.display.empty() ? "\n" : contents.behindDisplay);
-    for (const Section& section : contents.sections) {
-        text.append(section.header);
-        if (!section.header.ends_with('\n')) text.push_back('\n');
-        text.append(section.lines);
-    }
-    if (ReplaceFile(file_, text)) return;
-    Diagnostics().Report(file_, 0, "profiles cannot be written",
-                         "check that you may write there; the file is as it was");
-    throw Failure{MAPI_E_NO_ACCESS};
+ProfileStore::Contents ProfileStore::Read() const {
+    FileLock::GiveWay(file_);
+    return ReadContents(ReadFile(file_, cannotRead));
 }
 
 std::vector<Profile> ProfileStore::List() const {
@@ -169,28 +191,47 @@ std::string ProfileStore::DisplayProfile() const {
 }
 
 template <typename Function>
-void ProfileStore::Change(Function&& change) {
+void ProfileStore::Change(Function&& change, Purpose purpose) {
+    // Before anything is made, for where it cannot be told whether there is a file, nothing is.
+    const SettingsFile first = ReadFile(file_, cannotWrite);
+    const std::filesystem::path place = PlaceOfSettingsFile(file_, first);
+    if (place.empty()) Refuse(cannotWrite, wentAway);
     std::error_code ignored;  // whoever cannot make the folder cannot write the file
-    if (file_.has_parent_path()) std::filesystem::create_directories(file_.parent_path(), ignored);
-    const FileLock lock(file_);
-    if (lock.GetState() == FileLock::State::Busy) {
-        Diagnostics().Report(file_, 0, "profiles are being changed by another program",
-                             "wait until it has done so, or end it");
-        throw Failure{MAPI_E_NO_ACCESS};
+    std::filesystem::create_directories(place.parent_path(), ignored);
+    const FileLock lock(place);
+    if (lock.GetState() == FileLock::State::Held) RemoveAbandonedFiles(place);
+    // Programs that use a store wait for the lock: who comes between is an editor, and once is enough for one.
+    constexpr int mostRounds = 20;
+    for (int round = 0; round < mostRounds && lock.GetState() != FileLock::State::Busy; ++round) {
+        const SettingsFile file = ReadFile(place, cannotWrite);
+        if (first.state == SettingsFile::State::Read && file.state == SettingsFile::State::Missing)
+            Refuse(cannotWrite, wentAway);
+        Contents contents = ReadContents(file);
+        change(contents);
+        SettingsFileReplacement replacement(place, file, contents.Text());
+        if (!replacement.Problem().what.empty()) Refuse(cannotWrite, replacement.Problem());
+        if (purpose == Purpose::Rehearsal) return;
+        const auto outcome = replacement.PutInPlace();
+        if (outcome == SettingsFileReplacement::Outcome::Done) return;
+        if (outcome == SettingsFileReplacement::Outcome::Failed) Refuse(cannotWrite, replacement.Problem());
     }
-    Contents contents = Read();
-    change(contents);
-    Write(contents);
+    Diagnostics().Report(file_, 0, "profiles are being changed by another program",
+                         "wait until it has done so, or end it");
+    throw Failure{MAPI_E_NO_ACCESS};
 }
 
-void ProfileStore::Create(std::string_view name) {
-    Change([&](Contents& contents) { contents.Add(name); });
+void ProfileStore::Create(const Profile& profile) {
+    Change([&](Contents& contents) { contents.Add(profile); });
+}
+
+void ProfileStore::RehearseCreating(const Profile& profile) {
+    Change([&](Contents& contents) { contents.Add(profile); }, Purpose::Rehearsal);
 }
 
 void ProfileStore::Copy(std::string_view from, std::string_view to) {
     Change([&](Contents& contents) {
         const std::string lines = contents.Get(from).lines;
-        contents.Add(to).lines = lines;
+        contents.Add({std::string(to), {}}).lines = lines;
     });
 }
 
@@ -208,11 +249,8 @@ void ProfileStore::AddService(std::string_view profile, const ProfileService& se
         // Before the empty lines that set the profile off from the next one.
         const std::string_view used = Trimmed(lines);
         const size_t end = used.empty() ? 0 : static_cast<size_t>(used.data() + used.size() - lines.data());
-        std::string added = end == 0 ? "" : "\n";
-        added.append("service = ").append(service.name);
-        if (!service.location.empty()) added.append("\nlocation = ").append(Utf8Of(service.location));
-        added.append("\nflags = ").append(WriteFlags(service.flags));
-        if (lines.find('\n', end) == std::string::npos) added.push_back('\n');
+        std::string added = (end == 0 ? "" : "\n") + LinesOf(service);
+        if (lines.find('\n', end) != lines.npos) added.pop_back();
         lines.insert(end, added);
     });
 }
@@ -239,7 +277,7 @@ void ProfileStore::SetLocation(std::string_view profile, size_t service, const s
             lines.append(line.raw);
             if (!isOfService || !isService) continue;
             if (!lines.ends_with('\n')) lines.push_back('\n');
-            lines.append("location = ").append(Utf8Of(location)).append("\n");
+            lines.append(LocationLine(location));
         }
         section.lines = std::move(lines);
     });

@@ -18,6 +18,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/settings_file.h"
+
 struct ProfileService {
     std::string name;
     std::filesystem::path location;  // empty: the contacts folder
@@ -29,9 +31,11 @@ struct Profile {
     std::vector<ProfileService> services;
 };
 
-// Each operation reads the file anew and, if it changes something, writes it as a whole, while no other process that
-// uses a store can. They throw Failure: MAPI_E_CORRUPT_DATA for a file that cannot be understood, which is then left
-// alone, MAPI_E_NO_ACCESS for one that cannot be read or written, and what is said below.
+// Each operation reads the file anew and, if it changes something, replaces it as a whole, while no other process that
+// uses a store can; who changes it without a store meanwhile loses nothing, either. They throw Failure:
+// MAPI_E_CORRUPT_DATA for a file that cannot be understood, MAPI_E_NO_ACCESS for one that cannot be read or written, or
+// of which it cannot be told whether it is there, and what is said below. Then the file is as it was, and why is in the
+// diagnostics.
 class ProfileStore {
   public:
     explicit ProfileStore(std::filesystem::path file) : file_(std::move(file)) {}
@@ -42,12 +46,15 @@ class ProfileStore {
     // The profile that the user chose for displaying the address book; empty when none is chosen.
     std::string DisplayProfile() const;
 
-    // MAPI_E_COLLISION when there is one of that name, MAPI_E_INVALID_PARAMETER for a name that the file cannot hold.
-    void Create(std::string_view name);
-    // MAPI_E_COLLISION and MAPI_E_NOT_FOUND.
+    // A profile with its services is one change. MAPI_E_COLLISION when there is one of that name,
+    // MAPI_E_INVALID_PARAMETER for a name that FaultOfNewName refuses; these two of Copy, too.
+    void Create(const Profile& profile);
+    // Does all of Create but for the change itself, so that it throws what Create would.
+    void RehearseCreating(const Profile& profile);
+    // This and the next ones: MAPI_E_NOT_FOUND for an unknown profile.
     void Copy(std::string_view from, std::string_view to);
-    // These three: MAPI_E_NOT_FOUND for an unknown profile.
     void Remove(std::string_view name);
+    // MAPI_E_INVALID_PARAMETER for a location that a line cannot hold; so of Create and SetLocation.
     void AddService(std::string_view profile, const ProfileService& service);
     void SetDisplayProfile(std::string_view name);
     // `service` counts the profile's services from 0; MAPI_E_NOT_FOUND for an unknown one, too.
@@ -56,11 +63,16 @@ class ProfileStore {
   private:
     struct Section;
     struct Contents;
+    enum class Purpose { Change, Rehearsal };
+    // `failure` is what a user is told that cannot be done, if it cannot.
+    SettingsFile ReadFile(const std::filesystem::path& path, std::string_view failure) const;
+    Contents ReadContents(const SettingsFile& file) const;
     Contents Read() const;
-    void Write(const Contents& contents);
-    // Reads, has the function change what was read, and writes that.
+    // Reads, has the function change what was read, and writes that. The function is called again when somebody has
+    // changed the file meanwhile.
     template <typename Function>
-    void Change(Function&& change);
+    void Change(Function&& change, Purpose purpose = Purpose::Change);
+    [[noreturn]] void Refuse(std::string_view failure, const FileProblem& problem) const;
 
     std::filesystem::path file_;
 };

@@ -1,14 +1,22 @@
 // The administration as questions and answers, for a terminal. Text is in the active code page there.
+#include <algorithm>
 #include <istream>
 #include <ostream>
 
 #include "objects/guard.h"
 #include "profiles/administration.h"
+#include "profiles/profile_name.h"
 #include "profiles/vcard_service.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
+#include "text/shown_text.h"
 
 namespace {
+
+// A terminal must not obey what stands in a file.
+std::string Shown(std::string_view utf8) {
+    return InActiveCodePage(WithoutControls(utf8));
+}
 
 class Interview {
   public:
@@ -37,17 +45,20 @@ class Interview {
         output_ << question << std::flush;
         std::string line;
         if (!std::getline(input_, line)) throw Failure{MAPI_E_USER_CANCEL};
-        return FromActiveCodePage(Trimmed(line));
+        return std::string(Trimmed(line));
     }
-    void Say(std::string_view text) { output_ << InActiveCodePage(text); }
+    // Nothing when no profile can have the name; the user has been told why.
+    std::optional<std::string> AskForNewName();
+    std::string AskForProfile(std::string_view question);
+    void Say(std::string_view text) { output_ << text; }
 
     void Obey(const std::string& answer);
     void List();
     void Add();
-    void Remove() { store_.Remove(Ask("Profile to remove: ")); }
+    void Remove() { store_.Remove(AskForProfile("Profile to remove: ")); }
     void Show();
     void Copy();
-    void ChooseDisplay() { store_.SetDisplayProfile(Ask("Profile for displaying the address book: ")); }
+    void ChooseDisplay() { store_.SetDisplayProfile(AskForProfile("Profile for displaying the address book: ")); }
 
     std::istream& input_;
     std::ostream& output_;
@@ -67,8 +78,6 @@ void Interview::Obey(const std::string& answer) {
                 Say("There is no such profile.\n");
             else if (failure.result == MAPI_E_COLLISION)
                 Say("There is a profile of that name already.\n");
-            else if (failure.result == MAPI_E_INVALID_PARAMETER)
-                Say("A profile needs a name of one line.\n");
             else
                 throw;
             return;
@@ -82,28 +91,49 @@ void Interview::List() {
     const std::string display = store_.DisplayProfile();
     Say(profiles.empty() ? "No profiles are defined.\n" : "Profiles:\n");
     for (const Profile& profile : profiles)
-        Say("  " + profile.name + (profile.name == display ? " (for display)\n" : "\n"));
+        Say("  " + Shown(profile.name) + (profile.name == display ? " (for display)\n" : "\n"));
+}
+
+std::optional<std::string> Interview::AskForNewName() {
+    std::string name, fault = "it is no text";
+    const std::string answer = Ask("Name of the new profile: ");
+    if (AppendAsUtf8(answer, GetACP(), name)) fault = FaultOfNewName(name);
+    if (fault.empty()) return name;
+    Say("No profile can have this name: " + fault + ".\n");
+    return std::nullopt;
+}
+
+// A profile whose name nobody can type is meant by what the list shows of it.
+std::string Interview::AskForProfile(std::string_view question) {
+    const std::string answer = Ask(question);
+    std::string name = FromActiveCodePage(answer);
+    const std::vector<Profile> profiles = store_.List();
+    const auto isShownSo = [&](const Profile& profile) { return Trimmed(Shown(profile.name)) == answer; };
+    if (std::ranges::find(profiles, name, &Profile::name) != profiles.end()) return name;
+    if (std::ranges::count_if(profiles, isShownSo) == 1) return std::ranges::find_if(profiles, isShownSo)->name;
+    return name;
 }
 
 void Interview::Add() {
-    const std::string name = Ask("Name of the new profile: ");
-    store_.Create(name);
-    const std::string location = Ask("Folder or file of vCards (empty: the contacts folder): ");
-    store_.AddService(name, {std::string(vcardServiceName), PathOfUtf8(location), 0});
+    const std::optional<std::string> name = AskForNewName();
+    if (!name) return;
+    store_.RehearseCreating({*name, {}});
+    const std::string location = FromActiveCodePage(Ask("Folder or file of vCards (empty: the contacts folder): "));
+    store_.Create({*name, {{std::string(vcardServiceName), PathOfUtf8(location), 0}}});
 }
 
 void Interview::Show() {
-    const std::optional<Profile> profile = store_.Find(Ask("Profile: "));
+    const std::optional<Profile> profile = store_.Find(AskForProfile("Profile: "));
     Require(profile.has_value(), MAPI_E_NOT_FOUND);
     for (const ProfileService& service : profile->services)
-        Say("  " + service.name + ": " +
-            (service.location.empty() ? std::string("the contacts folder") : Utf8Of(service.location)) + "\n");
+        Say("  " + Shown(service.name) + ": " +
+            (service.location.empty() ? std::string("the contacts folder") : Shown(Utf8Of(service.location))) + "\n");
     if (profile->services.empty()) Say("  no services\n");
 }
 
 void Interview::Copy() {
-    const std::string from = Ask("Profile to copy: ");
-    store_.Copy(from, Ask("Name of the new profile: "));
+    const std::string from = AskForProfile("Profile to copy: ");
+    if (const std::optional<std::string> name = AskForNewName()) store_.Copy(from, *name);
 }
 
 }  // namespace

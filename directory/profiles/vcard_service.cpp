@@ -28,9 +28,8 @@ std::shared_ptr<Session> OpenSession(std::string_view profileName, const Profile
     std::vector<std::filesystem::path> locations;
     for (const ProfileService& service : profile->services) {
         if (!IsServiceName(service.name)) {
-            Diagnostics(sink).Report(store.File(), 0,
-                                     "unknown service " + service.name + " in profile " + profile->name,
-                                     "it is left out; known is: VCARD");
+            Diagnostics(sink).Report(store.File(), 0, "unknown service {} in profile {}",
+                                     "it is left out; known is: VCARD", {service.name, profile->name});
             throw Failure{MAPI_E_NOT_FOUND};
         }
         locations.push_back(service.location.empty() ? ContactsFolder() : service.location);

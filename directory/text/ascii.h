@@ -55,10 +55,19 @@ inline std::string LowerCased(std::string_view text) {
     return lower;
 }
 
-// Without the blanks and line ends at both ends.
-constexpr std::string_view Trimmed(std::string_view text) {
-    const auto isSpace = [](char c) { return IsBlank(c) || c == '\r' || c == '\n'; };
-    while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
+constexpr bool IsBlankOrLineEnd(char c) {
+    return IsBlank(c) || c == '\r' || c == '\n';
+}
+
+// Without the blanks and line ends at the beginning, at the end, at both ends.
+constexpr std::string_view TrimmedAtStart(std::string_view text) {
+    while (!text.empty() && IsBlankOrLineEnd(text.front())) text.remove_prefix(1);
     return text;
+}
+constexpr std::string_view TrimmedAtEnd(std::string_view text) {
+    while (!text.empty() && IsBlankOrLineEnd(text.back())) text.remove_suffix(1);
+    return text;
+}
+constexpr std::string_view Trimmed(std::string_view text) {
+    return TrimmedAtEnd(TrimmedAtStart(text));
 }

@@ -2,7 +2,6 @@
 #include "text/code_pages.h"
 
 #include <array>
-#include <climits>
 #include <memory>
 
 #include "text/ascii.h"
@@ -40,7 +39,7 @@ size_t CharacterLength(std::string_view text) {
 }
 
 int ConversionLength(size_t length) {
-    if (length > INT_MAX / 4) throw std::length_error("text too long to convert");
+    if (length > longestConversion) throw std::length_error("text too long to convert");
     return static_cast<int>(length);
 }
 
@@ -84,6 +83,18 @@ bool ConvertToUtf8(std::string_view bytes, UINT codePage, DWORD flags, std::stri
 }
 
 }  // namespace
+
+void AppendRest(std::istream& stream, std::string& bytes) {
+    size_t piece = size_t{64} * 1024;
+    while (stream) {
+        const size_t begin = bytes.size();
+        ConversionLength(begin);
+        bytes.resize(begin + piece);
+        stream.read(bytes.data() + begin, static_cast<std::streamsize>(piece));
+        bytes.resize(begin + static_cast<size_t>(stream.gcount()));
+        piece = bytes.size();
+    }
+}
 
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {

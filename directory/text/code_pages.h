@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <climits>
+#include <istream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,7 +13,15 @@
 inline constexpr UINT codePageIso2022Jp = 50220;
 inline constexpr UINT codePageEucJp = 20932;
 
+// Bytes that are converted in one piece: the system counts in an int what four bytes of text may become.
+inline constexpr size_t longestConversion = INT_MAX / 4;
+
 bool IsUtf8(std::string_view text);
+
+// The functions below throw std::length_error for a longer text.
+
+// All that is left of a stream that is converted as a whole.
+void AppendRest(std::istream& stream, std::string& bytes);
 
 // Appends bytes of a code page as UTF-8; false when they are no text of it, or the system lacks it: then nothing is
 // appended.

@@ -4,14 +4,16 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_map>
+#include <map>
 
 #include "cards/card_draft.h"
+#include "platform/environment.h"
 #include "text/ascii.h"
 #include "text/charset_guess.h"
 #include "text/charset_names.h"
 #include "text/code_pages.h"
 #include "text/lines.h"
+#include "text/told_text.h"
 #include "vcard/property.h"
 #include "vcard/segments.h"
 #include "vcard/value_text.h"
@@ -33,7 +35,7 @@ struct LabelFacts {
 };
 
 bool EndsWithEquals(std::string_view raw) {
-    return Trimmed(raw).ends_with('=');
+    return TrimmedAtEnd(raw).ends_with('=');
 }
 
 struct OpenCard {
@@ -61,7 +63,7 @@ class Reader {
         std::string_view segment;
         while (segments.Next(segment)) {
             lines_ = LineReader(segment, lines_.NextNumber());
-            passedOver_ = {};
+            SetPassedOver({});
             ContentLine line;
             while (lines_.Next(line)) Read(line);
         }
@@ -82,6 +84,10 @@ class Reader {
     void Read(ContentLine& line);
     void ReadValue(OpenCard& card, Handler handler, ContentLine& line);
     void PassOver(ContentLine& line);
+    void SetPassedOver(const ContentLine& line) {
+        passedOver_ = line;
+        passedOverIsBase64_.reset();
+    }
     void DecodeText(VCardVersion version, const ContentLine& line);
     // Of what only messages show: property names and parameters.
     void AppendAside(std::string_view bytes, std::string& utf8) const;
@@ -121,13 +127,14 @@ class Reader {
     std::optional<UINT> charset_;  // of text that is not UTF-8 and has no label
     bool guessed_ = false;
     Property property_;
-    std::string bytes_;       // of the value of property_, where they are not in the line itself
-    std::string value_;       // of property_, as UTF-8, escapes still in it
-    size_t line_ = 0;         // of property_
-    ContentLine passedOver_;  // the last property that nobody asked for
+    std::string bytes_;                       // of the value of property_, where they are not in the line itself
+    std::string value_;                       // of property_, as UTF-8, escapes still in it
+    size_t line_ = 0;                         // of property_
+    ContentLine passedOver_;                  // the last property that nobody asked for
+    std::optional<bool> passedOverIsBase64_;  // once it was looked at
     bool strayReported_ = false;
-    std::unordered_map<std::string, LabelFacts> labelFacts_;  // of the card at its end, by group
-    std::vector<OpenCard> open_;                              // open_[depth_] and later ones wait to be used again
+    std::map<std::string, LabelFacts> labelFacts_;  // of the card at its end, by group
+    std::vector<OpenCard> open_;                    // open_[depth_] and later ones wait to be used again
     size_t depth_ = 0;
 };
 
@@ -173,13 +180,13 @@ void Reader::Read(ContentLine& line) {
     if (depth_ == 0) return ReportStray(line.number);
     const Handler handler = FindHandler(property_.name);
     if (handler == nullptr) return PassOver(line);
-    passedOver_ = {};
+    SetPassedOver({});
     ReadValue(open_[depth_ - 1], handler, line);
 }
 
 // A quoted-printable value of no interest must still be passed over to its end.
 void Reader::PassOver(ContentLine& line) {
-    passedOver_ = line;
+    SetPassedOver(line);
     if (!EndsWithEquals(line.raw)) return;
     property_.ParseRest();
     if (!property_.IsQuotedPrintable()) return;
@@ -187,11 +194,16 @@ void Reader::PassOver(ContentLine& line) {
     }
 }
 
-// Some exporters leave the lines of a base64 value unfolded.
+// Some exporters leave the lines of a base64 value unfolded. The property above them is looked at once.
 bool Reader::IsUnfoldedBase64() {
-    if (passedOver_.raw.empty() || !property_.ParseName(passedOver_)) return false;
-    property_.ParseRest();
-    return property_.IsBase64();
+    if (!passedOverIsBase64_) {
+        passedOverIsBase64_ = false;
+        if (!passedOver_.raw.empty() && property_.ParseName(passedOver_)) {
+            property_.ParseRest();
+            passedOverIsBase64_ = property_.IsBase64();
+        }
+    }
+    return *passedOverIsBase64_;
 }
 
 void Reader::ReadValue(OpenCard& card, Handler handler, ContentLine& line) {
@@ -215,18 +227,18 @@ void Reader::DecodeText(VCardVersion version, const ContentLine& line) {
         std::string name;
         AppendAside(label, name);
         if (codePage) {
-            receiver_.Report(line_, "text is not in its CHARSET " + name,
-                             "what could not be read is replaced; correct the line");
+            receiver_.Report(line_, "text is not in its CHARSET {}",
+                             "what could not be read is replaced; correct the line", {name});
             return AppendRepaired(bytes, *codePage, value_);
         }
-        receiver_.Report(line_, "unknown CHARSET " + name,
-                         "the text was read as if it had none; save the file as UTF-8");
+        receiver_.Report(line_, "unknown CHARSET {}", "the text was read as if it had none; save the file as UTF-8",
+                         {name});
     }
     if (AppendAsUtf8(bytes, CP_UTF8, value_)) return;
     if (!charset_) GuessCharset(line);
     if (AppendAsUtf8(bytes, *charset_, value_)) return;
-    receiver_.Report(line_, "text is neither UTF-8 nor " + std::string(CharsetNameOf(*charset_)),
-                     "what could not be read is replaced; correct the line");
+    receiver_.Report(line_, "text is neither UTF-8 nor {}", "what could not be read is replaced; correct the line",
+                     {CharsetNameOf(*charset_)});
     AppendRepaired(bytes, *charset_, value_);
 }
 
@@ -247,14 +259,14 @@ void Reader::GuessCharset(const ContentLine& first) {
         property.ParseRest();
         if (!property.ParameterValue("CHARSET").empty()) continue;
         const std::string_view bytes = DecodeValue(property, VCardVersion::V30, buffer);
-        if (!IsUtf8(bytes)) sample.append(bytes).push_back('\n');
+        if (!IsUtf8(bytes)) sample.append(bytes.substr(0, longestSample)).push_back('\n');
     } while (sample.size() < longestSample && ahead.Next(line));
-    charset_ = GuessCodePage(sample, GetACP());
+    charset_ = GuessCodePage(sample, CodePageOfFiles());
     guessed_ = true;
     receiver_.Report(line_, "text is not UTF-8 and has no CHARSET",
-                     "it looks like " + std::string(CharsetNameOf(*charset_)) +
-                         " and was read so; if names look wrong, save the file as UTF-8 or name its charset in the "
-                         "settings of the address book");
+                     "it looks like {} and was read so; if names look wrong, save the file as UTF-8 or name its "
+                     "charset in the settings of the address book",
+                     {CharsetNameOf(*charset_)});
 }
 
 void Reader::Begin(size_t line) {
@@ -287,7 +299,9 @@ void Reader::AddLabels(OpenCard& card) {
     for (const Label& label : card.labels) {
         LabelFacts& said = labelFacts_[LowerCased(label.group)];
         AddLabelFacts(label.text, said.facts);
+        if (said.source.size() > longestToldSource) continue;
         said.source.append(", label ").append(label.text);
+        CutToTell(said.source, longestToldSource);
     }
     for (Telephone& telephone : card.draft.telephones) {
         const auto found = labelFacts_.find(LowerCased(telephone.group));
@@ -384,6 +398,7 @@ void Reader::ReadTelephone(OpenCard& card) {
     telephone.group = property_.group;
     telephone.source.clear();
     AppendAside(property_.head, telephone.source);
+    CutToTell(telephone.source, longestToldSource);
     telephone.facts = FactsOfName(property_.name);
     property_.ForEachType([&](std::string_view type) { AddTypeFacts(type, telephone.facts); });
     AddGroupFacts(property_.group, telephone.facts);

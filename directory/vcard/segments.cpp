@@ -2,7 +2,7 @@
 #include "vcard/segments.h"
 
 #include <algorithm>
-#include <iterator>
+#include <stdexcept>
 
 #include "text/ascii.h"
 #include "text/code_pages.h"
@@ -12,17 +12,21 @@ namespace {
 // Many files hold one card: for such a file, fresh memory would cost more than all the rest.
 constexpr size_t firstBufferSize = size_t{16} * 1024;
 constexpr size_t usualBufferSize = size_t{256} * 1024;
+// Longer than with any photo: what has no card for so long is no address file.
+constexpr size_t longestCard = longestConversion;
 constexpr std::string_view cardStart = "BEGIN:VCARD";
 
 }  // namespace
 
 bool SegmentReader::Fill() {
+    if (text_.eof()) return false;
     if (begin_ > 0) {
         std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
                   buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
         end_ -= begin_;
         begin_ = 0;
     }
+    if (end_ > longestCard) throw std::length_error("card too long");
     // Twice as large for a card that fills it: a photo can be megabytes.
     if (buffer_.empty())
         buffer_.resize(firstBufferSize);
@@ -37,7 +41,7 @@ bool SegmentReader::Fill() {
 // UTF-16 is converted as a whole.
 void SegmentReader::ConvertUtf16() {
     std::string all(buffer_.data(), end_);
-    all.append(std::istreambuf_iterator<char>(text_), {});
+    AppendRest(text_, all);
     const std::optional<std::string> converted = Utf8FromUtf16(all);
     buffer_.assign(converted->begin(), converted->end());
     end_ = buffer_.size();

@@ -26,7 +26,7 @@ inline std::string CardOf(std::initializer_list<std::string> lines, const std::s
 }
 
 struct NoMessages final : MessageReceiver {
-    void Report(size_t, std::string_view, std::string_view) override {}
+    void Take(const Message&) override {}
 };
 
 inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, CardSetContents contents = {},

@@ -47,8 +47,8 @@ TEST(CsvRows, AreCutAsExportersWriteThem) {
 }
 
 struct Messages final : MessageReceiver {
-    void Report(size_t line, std::string_view what, std::string_view) override {
-        text += std::to_string(line) + ": " + std::string(what) + "\n";
+    void Take(const Message& message) override {
+        text += std::to_string(message.line) + ": " + FillIn(message).what + "\n";
     }
     std::string text;
 };

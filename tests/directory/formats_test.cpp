@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
@@ -170,15 +171,22 @@ TEST(Formats, AFileMayChangeBetweenAnyTwoCalls) {
 
 // Two changes within one step of the file system's time: neither the time nor the size tells.
 TEST(Formats, ChangesOfOneMomentAreSeen) {
-    ContactsFolderForTest contacts;
-    const std::filesystem::path file = contacts.Contacts() / "a.vcf";
-    contacts.Write("a.vcf", CardOf({"FN:Ann"}));
-    const auto moment = std::filesystem::last_write_time(file);
-    Caller caller;
-    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ann|");
-    contacts.Write("a.vcf", CardOf({"FN:Ben"}));
-    std::filesystem::last_write_time(file, moment);
-    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ben|");
+    std::filesystem::file_time_type moment, seen;
+    do {
+        ContactsFolderForTest contacts;
+        const std::filesystem::path file = contacts.Contacts() / "a.vcf";
+        contacts.Write("a.vcf", CardOf({"FN:Ann"}));
+        moment = std::filesystem::last_write_time(file);
+        Caller caller;
+        EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ann|");
+        seen = std::filesystem::file_time_type::clock::now();
+        contacts.Write("a.vcf", CardOf({"FN:Ben"}));
+        std::filesystem::last_write_time(file, moment);
+        // The step was over before the first listing where the machine was busy: that says nothing.
+        if (seen - moment < std::chrono::seconds(1)) {
+            EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ben|");
+        }
+    } while (seen - moment >= std::chrono::seconds(1));
 }
 
 // A listing that meets a file half-written shows cards of it or none, and complains at the worst.

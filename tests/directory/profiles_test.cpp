@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "card_text.h"
 #include "objects/guard.h"
 #include "profiles/administration.h"
+#include "profiles/profile_name.h"
 #include "provider_client.h"
 
 namespace {
@@ -72,6 +74,56 @@ TEST_F(ProfilesTest, AreCreatedWithServicesAndOpened) {
     EXPECT_NE(books[0].at(PR_ENTRYID), books[1].at(PR_ENTRYID));
 }
 
+TEST_F(ProfilesTest, ANewNameIsOneThatEveryProgramCanShow) {
+    const std::string longest(64, 'n');
+    ASSERT_EQ(Create(longest.c_str()), S_OK);
+    ASSERT_EQ(Create("[] = ; #"), S_OK);
+    for (const std::string& name : {longest + "n", std::string(300, 'n'), std::string("a\tb"), std::string("a\x1B[31m"),
+                                    std::string("a\x7F"), std::string("a\rb"), std::string("a ")})
+        EXPECT_EQ(Create(name.c_str()), MAPI_E_INVALID_PARAMETER) << name;
+    EXPECT_NE(contacts_.Diagnostics().find("65 bytes in UTF-8, and 64 are the most"), std::string::npos);
+    EXPECT_EQ(ProfileStore(contacts_.Profiles()).List().size(), 2U);
+
+    std::string twoBytes, threeBytes;
+    for (int i = 0; i < 32; ++i) twoBytes += "\u00E9";
+    for (int i = 0; i < 21; ++i) threeBytes += "\u6771";
+    for (const std::string& name : {twoBytes, threeBytes, std::string("\u200Fa\u2027\u202F\u2065\u206A\u00A0")})
+        EXPECT_EQ(FaultOfNewName(name), "") << name;
+    // C1, the separators of lines, what turns the direction of text, and what is no UTF-8.
+    for (const std::string name : {"a\u0080", "\u0085a", "a\u009F", "a\u2028", "a\u2029", "\u202Ea", "\u202A", "\u2066",
+                                   "\u2069a", "a\uFFFD", "\xE9", "a\xC2", "\xED\xA0\x80"})
+        EXPECT_NE(FaultOfNewName(name), "") << name;
+    EXPECT_NE(FaultOfNewName(twoBytes + "n"), "");
+    EXPECT_NE(FaultOfNewName(threeBytes + "nn"), "");
+}
+
+// Older versions and editors made them.
+TEST_F(ProfilesTest, ProfilesOfOtherNamesAreKeptAndCanBeRemoved) {
+    const std::string longName(300, 'n'), control = "red \x1B[31m", next = "x\u0085y";
+    const auto text = [](const std::string& name) { return "[profile " + name + "]\nservice = VCARD\n\n"; };
+    const std::string old = text(longName) + text(control) + text(next);
+    WriteProfiles(old);
+    for (const std::string& name : {longName, control}) EXPECT_EQ(Open(name.c_str()), S_OK) << name;
+    ASSERT_EQ(Create("New"), S_OK);
+    EXPECT_EQ(ProfilesText(), old + "[profile New]\n");
+
+    ProfileStore store(contacts_.Profiles());
+    store.SetDisplayProfile(control);
+    EXPECT_EQ(store.DisplayProfile(), control);
+    store.Copy(longName, "Short");
+    EXPECT_THROW(store.Copy("Short", control + "x"), Failure);
+    store.Remove(longName);
+    // At a terminal they have blanks in their place, and are meant by what is shown.
+    std::istringstream input("list\nremove\nred [31m\nremove\nx y\nclose\n");
+    std::ostringstream output;
+    EXPECT_EQ(AskAboutProfiles(input, output, store), S_OK);
+    EXPECT_EQ(output.str().find('\x1B'), std::string::npos);
+    EXPECT_EQ(output.str().find('\x85'), std::string::npos);
+    const std::vector<Profile> left = store.List();
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_EQ(left[0].name + left[1].name, "NewShort");
+}
+
 TEST_F(ProfilesTest, AFileEditedByHandKeepsItsLines) {
     contacts_.Write("x/a.vcf", CardOf({"FN:Ann"}));
     const std::string location = (contacts_.Contacts() / "x/a.vcf").string();
@@ -127,6 +179,17 @@ TEST_F(ProfilesTest, WhatIsWrittenBesideTheFileTakesNobodysPlace) {
     EXPECT_EQ(files, 1U);
 }
 
+// A change gives up when others have been at the file for some seconds, as they may be on a busy machine.
+void ChangePatiently(const std::function<void()>& change) {
+    for (;;) {
+        try {
+            return change();
+        } catch (const Failure& failure) {
+            if (failure.result != MAPI_E_NO_ACCESS) throw;
+        }
+    }
+}
+
 TEST_F(ProfilesTest, SeveralWhoChangeTheFileAtOnceLoseNothing) {
     constexpr int programs = 4;
     constexpr int profilesOfEach = 10;
@@ -134,7 +197,9 @@ TEST_F(ProfilesTest, SeveralWhoChangeTheFileAtOnceLoseNothing) {
     for (int program = 0; program < programs; ++program)
         threads.emplace_back([&, program] {
             for (int i = 0; i < profilesOfEach; ++i)
-                ProfileStore(contacts_.Profiles()).Create(std::to_string(program) + "-" + std::to_string(i));
+                ChangePatiently([&] {
+                    ProfileStore(contacts_.Profiles()).Create({std::to_string(program) + "-" + std::to_string(i), {}});
+                });
         });
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(ProfileStore(contacts_.Profiles()).List().size(), static_cast<size_t>(programs * profilesOfEach));
@@ -174,6 +239,7 @@ TEST_F(ProfilesTest, QuestionsAndAnswers) {
         {"close\n", S_OK, "No profiles are defined.", ""},
         {"add\nA\n\nclose\n", S_OK, "Name of the new profile", "A "},
         {"add\nA\nclose\n", S_OK, "already", "A "},
+        {"add\nB\x1B\nadd\nB\n", MAPI_E_USER_CANCEL, "this name: it has a control character.", "A "},
         {"copy\nA\nB\ndisplay\nB\nlist\ncancel\n", MAPI_E_USER_CANCEL, "B (for display)", "A B* "},
         {"remove\nB\nremove\nB\nquit\n", MAPI_E_USER_CANCEL, "no such profile", "A "},
         {"properties\nA\nwhat\nclose\n", S_OK, "VCARD: the contacts folder", "A "},

@@ -65,6 +65,7 @@ ProviderLibrary::ProviderLibrary()
     FreeProws = Resolve<VOKFreeProwsFunction>(module_, "VOKFreeProws");
     SetResourceDllHandle = Resolve<SetResourceDllHandleFunction>(module_, "SetResourceDllHandle");
     Diagnose = Resolve<VOKDiagnoseFunction>(module_, "VOKDiagnose");
+    CountUnread = Resolve<VOKCountUnreadFunction>(module_, "VOKCountUnread");
 }
 
 ProviderLibrary::~ProviderLibrary() {

@@ -34,6 +34,7 @@ class ProviderLibrary {
     VOKFreeProwsFunction* FreeProws;
     SetResourceDllHandleFunction* SetResourceDllHandle;
     VOKDiagnoseFunction* Diagnose;
+    VOKCountUnreadFunction* CountUnread;
 
   private:
     HMODULE module_;

@@ -42,8 +42,8 @@ std::wstring Dialog::String(UINT id) const {
     return length > 0 ? std::wstring(text, static_cast<size_t>(length)) : std::wstring();
 }
 
-int Dialog::Say(UINT stringId, UINT style) const {
-    return MessageBoxW(window_, String(stringId).c_str(), String(IDS_PROFILE_EDITOR).c_str(), style);
+int Dialog::Say(const std::wstring& text, UINT style) const {
+    return MessageBoxW(window_, text.c_str(), String(IDS_PROFILE_EDITOR).c_str(), style);
 }
 
 void Dialog::Begin(HWND window) {

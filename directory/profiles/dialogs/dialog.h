@@ -26,8 +26,10 @@ class Dialog {
     HWND Window() const { return window_; }
     HWND Control(int id) const { return GetDlgItem(window_, id); }
     std::wstring String(UINT id) const;
-    // A message box with a string of the resource module; the button that the user pressed.
-    int Say(UINT stringId, UINT style) const;
+    // A message box, with a string of the resource module or a text of the provider's own; the button that the user
+    // pressed.
+    int Say(UINT stringId, UINT style) const { return Say(String(stringId), style); }
+    int Say(const std::wstring& text, UINT style) const;
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

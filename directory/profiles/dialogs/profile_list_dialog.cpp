@@ -118,10 +118,7 @@ void ProfileListDialog::Obey(int control, int notification) try {
 }
 
 void ProfileListDialog::Add() {
-    AskForName([&](const std::string& name) {
-        store_.Create(name);
-        store_.AddService(name, {std::string(vcardServiceName), {}, 0});
-    });
+    AskForName([&](const std::string& name) { store_.Create({name, {{std::string(vcardServiceName), {}, 0}}}); });
 }
 
 void ProfileListDialog::Remove() {

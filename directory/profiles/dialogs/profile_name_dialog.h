@@ -16,7 +16,7 @@ class ProfileNameDialog final : public Dialog {
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
     void TakeName();
     std::string ReadName() const;
-    void Refuse(UINT stringId);
+    void Refuse(const std::wstring& text);
 
     Make make_;
 };
