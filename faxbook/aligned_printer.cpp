@@ -8,6 +8,7 @@
 #include "characters.h"
 #include "terminal_codes.h"
 #include "text/ascii.h"
+#include "text/shown_text.h"
 
 namespace {
 
@@ -112,12 +113,17 @@ class AlignedPrinter::LinePrinter {
     };
     // Takes it from the front of the cell.
     static Piece TakePiece(std::string_view& cell, Column::Kind kind, size_t columnWidth, bool isPlain) {
-        const size_t width = isPlain ? cell.size() : DisplayWidth(cell);
         const bool canGiveWay = kind == Column::Kind::Text || kind == Column::Kind::Remark;
-        if (width <= columnWidth || !canGiveWay) return {std::exchange(cell, {}), "", width};
-        if (kind == Column::Kind::Text) {
-            const std::string_view text = TakeLine(cell, columnWidth);
-            return {text, "", DisplayWidth(text)};
+        // No text has more columns than bytes. A long one is measured as far as it goes into the line only.
+        if (cell.size() <= columnWidth || !canGiveWay) {
+            const size_t width = isPlain ? cell.size() : DisplayWidth(cell);
+            return {std::exchange(cell, {}), "", width};
+        }
+        std::string_view rest = cell;
+        const std::string_view line = TakeLine(rest, columnWidth);
+        if (kind == Column::Kind::Text || rest.empty()) {
+            cell = rest;
+            return {line, "", DisplayWidth(line)};
         }
         const std::string_view text = TakeLine(cell, columnWidth - 1);
         cell = {};

@@ -55,22 +55,25 @@ std::vector<std::string> PathTexts(const std::vector<const Book*>& books) {
 
 }  // namespace
 
-Book& AddBook(Books& books, const Book* parent, std::string name) {
+Book& Books::Add(const Book* parent, std::string name) {
     Book book;
     if (parent) book.path = parent->path;
     book.path.push_back(name);
-    for (int copy = 2; std::ranges::find(books, book.path, &Book::path) != books.end(); ++copy) {
-        book.path.back() = name + "#" + std::to_string(copy);
+    constexpr int firstCopy = 2;
+    const auto [first, isNew] = copies_.try_emplace(PathText(book), firstCopy);
+    for (bool isFree = isNew; !isFree;) {
+        book.path.back() = name + "#" + std::to_string(first->second++);
+        isFree = copies_.try_emplace(PathText(book), firstCopy).second;
     }
     book.name = std::move(name);
-    return books.emplace_back(std::move(book));
+    return books_.emplace_back(std::move(book));
 }
 
 Books ReadBooks(LibrarySession& session) {
     Books books;
     for (const AddressBookRecord& record : session.AddressBooks()) {
         const size_t bookIndex = books.size();
-        Book& book = AddBook(books, nullptr, FieldText(record.name));
+        Book& book = books.Add(nullptr, FieldText(record.name));
         book.entry = record.entry;
         book.serviceName = FieldText(record.serviceName);
         book.providerValue = record.providerValue;
@@ -80,7 +83,7 @@ Books ReadBooks(LibrarySession& session) {
                                            ? bookIndex + 1 + static_cast<size_t>(container.parent - containers.data())
                                            : bookIndex;
             const Book parent = books[parentIndex];
-            Book& added = AddBook(books, &parent, FieldText(container.name));
+            Book& added = books.Add(&parent, FieldText(container.name));
             added.entry = container.entry;
             added.isContainer = true;
             added.serviceName = parent.serviceName;

@@ -4,6 +4,7 @@
 // backslash before it. Two books that would have the same path are told apart by "#2", "#3" and so on behind the name.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,10 +20,22 @@ struct Book {
     uint32_t providerValue = 0;  // likewise
 };
 
-using Books = std::vector<Book>;
+// In the order in which they were added.
+class Books {
+  public:
+    // Adds a book below another one, or at the top for a null parent, and gives it its path.
+    Book& Add(const Book* parent, std::string name);
 
-// Adds a book below another one, or at the top for a null parent, and gives it its path.
-Book& AddBook(Books& books, const Book* parent, std::string name);
+    bool empty() const { return books_.empty(); }
+    size_t size() const { return books_.size(); }
+    const Book& operator[](size_t position) const { return books_[position]; }
+    auto begin() const { return books_.begin(); }
+    auto end() const { return books_.end(); }
+
+  private:
+    std::vector<Book> books_;
+    std::map<std::string, int> copies_;  // of the book of each path: the number that the next one of its name may have
+};
 
 Books ReadBooks(LibrarySession& session);
 

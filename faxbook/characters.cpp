@@ -91,15 +91,6 @@ size_t Width(char32_t codePoint) {
     return FindRange(wideRanges, codePoint) ? 2 : 1;
 }
 
-// The length of the control character that the text begins with, 0 when it begins with another character. Terminals
-// obey the characters U+0080 to U+009F, too.
-size_t ControlLength(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < ' ' || first == 0x7F) return 1;
-    const bool isSecondSet = first == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0;
-    return isSecondSet ? 2 : 0;
-}
-
 constexpr char32_t sharpS = 0xDF;
 constexpr char32_t capitalSharpS = 0x1E9E;
 constexpr char32_t finalSigma = 0x3C2;
@@ -125,25 +116,6 @@ size_t DisplayWidth(std::string_view utf8) {
     size_t width = 0;
     while (!utf8.empty()) width += Width(TakeCodePoint(utf8));
     return width;
-}
-
-bool IsPlain(std::string_view utf8) {
-    return !HasAny(utf8, [](char c) { return (static_cast<signed char>(c) < ' ') | (c == '\x7F'); });
-}
-
-std::string WithoutControls(std::string_view utf8, char kept) {
-    if (IsPlain(utf8)) return std::string(utf8);
-    std::string shown;
-    while (!utf8.empty()) {
-        const size_t length = utf8[0] == kept ? 0 : ControlLength(utf8);
-        if (length == 0) {
-            shown += utf8[0];
-        } else if (!shown.empty() && shown.back() != ' ') {
-            shown += ' ';
-        }
-        utf8.remove_prefix(std::max<size_t>(length, 1));
-    }
-    return shown;
 }
 
 std::string_view TakeLine(std::string_view& utf8, size_t columns) {

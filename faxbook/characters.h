@@ -12,12 +12,6 @@ std::u32string CodePoints(std::string_view utf8);
 // other characters that are drawn over their neighbour.
 size_t DisplayWidth(std::string_view utf8);
 
-// Each run of control characters becomes one blank, so that a terminal does not obey what stands in a file; the kept
-// character stays.
-std::string WithoutControls(std::string_view utf8, char kept = ' ');
-// Printable ASCII characters only: neither wide nor obeyed.
-bool IsPlain(std::string_view utf8);
-
 // Takes one line from the front of the text: what fits into the columns, up to a blank or behind a slash or
 // semicolon if one is there, and one character at least. The blanks at the break are dropped.
 std::string_view TakeLine(std::string_view& utf8, size_t columns);

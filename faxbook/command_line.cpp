@@ -10,6 +10,7 @@
 #include "commands.h"
 #include "completion/completion.h"
 #include "manual.h"
+#include "unread_watch.h"
 
 namespace {
 
@@ -25,6 +26,9 @@ struct Choice {
     std::string folder;
     std::string library;
     std::string shell;
+    std::string line;
+    std::string replaced;
+    bool legacy = false;
     size_t position = 0;
     std::vector<std::string> words;
     std::vector<std::string> services;
@@ -52,7 +56,12 @@ CLI::App* AddCommand(CLI::App& app, Choice& choice, const std::string& name, con
 
 CLI::App* AddReadingCommand(CLI::App& app, Choice& choice, const std::string& name, const std::string& description,
                             const std::string& examples, std::function<void(const CommandContext&)> run) {
-    CLI::App* command = AddCommand(app, choice, name, description, examples, std::move(run));
+    const auto runAndWatch = [run = std::move(run)](const CommandContext& context) {
+        const UnreadWatch watch;
+        run(context);
+        watch.RequireAll();
+    };
+    CLI::App* command = AddCommand(app, choice, name, description, examples, runAndWatch);
     AddProfileOption(*command, choice);
     AddFormatOptions(*command, choice);
     return command;
@@ -144,7 +153,9 @@ void AddProviderTestCommand(CLI::App& app, Choice& choice) {
     CLI::App* test = AddReadingCommand(
         app, choice, "provider-test", "Call a provider library in every way, and say what is wrong with its answers",
         "  faxbook provider-test C:\\Work\\QDXL7RA.DLL\n"
-        "  faxbook provider-test ./QDXL7RA.DLL --profile Work\n",
+        "  faxbook provider-test ./QDXL7RA.DLL --profile Work\n"
+        "A fault costs somebody an address, a session or memory. A remark is an answer that is not usual and that the\n"
+        "library takes as it is: a provider with nothing but remarks passes.\n",
         [&choice](const CommandContext& context) { commands::TestProvider(context, choice.library); });
     test->add_option("PATH", choice.library, "the provider library")->required();
 }
@@ -206,14 +217,26 @@ void AddShellCommands(CLI::App& app, Choice& choice) {
                [&app](const CommandContext& context) { PrintManual(app, context.console.Out()); });
 
     // For the scripts that `completion` prints, and for nobody else.
-    CLI::App* complete = AddCommand(app, choice, "complete", "Print what a word of a command line can be", "",
-                                    [&app, &choice](const CommandContext& context) {
-                                        PrintCandidates(app, choice.words, choice.position, context.console.Out());
-                                    });
-    complete->group("");
-    complete->add_option("POSITION", choice.position, "the word to complete; 0 is the first behind the program's name")
+    const auto addHidden = [&](const char* name, std::function<void(const CommandContext&)> run) {
+        CLI::App* command =
+            AddCommand(app, choice, name, "Print what a word of a command line can be", "", std::move(run));
+        command->group("");
+        return command;
+    };
+    CLI::App* bash = addHidden("complete-line", [&app, &choice](const CommandContext& context) {
+        PrintBashCandidates(app, choice.line, choice.replaced, context.console.Out());
+    });
+    bash->add_option("LINE", choice.line, "bash's command line up to the cursor")->required();
+    bash->add_option("REPLACED", choice.replaced, "the end of it that a candidate replaces")->required();
+    CLI::App* powerShell = addHidden("complete", [&app, &choice](const CommandContext& context) {
+        const auto passing = choice.legacy ? ArgumentPassing::Legacy : ArgumentPassing::Exact;
+        PrintPowerShellCandidates(app, choice.words, choice.position, passing, context.console.Out());
+    });
+    powerShell->add_flag("--legacy", choice.legacy, "quotes reach a program with backslashes only");
+    powerShell
+        ->add_option("POSITION", choice.position, "the word to complete; 0 is the first behind the program's name")
         ->required();
-    complete->add_option("WORDS", choice.words, "the words up to there");
+    powerShell->add_option("WORDS", choice.words, "the words up to there");
 }
 
 Format ChosenFormat(const Choice& choice, const Terminal& terminal) {

@@ -14,6 +14,9 @@ inline constexpr char noColourVariable[] = "NO_COLOR";
 inline constexpr int exitSuccess = 0;
 inline constexpr int exitFailure = 1;  // the command could not do what it was asked for
 inline constexpr int exitUsage = 2;    // the arguments are not understood
+// Whoever read the output, such as "head -1", has closed it before its end. The code is the one that shells give to
+// programs that the system ends for that.
+inline constexpr int exitReaderGone = 141;
 
 // Does what the arguments ask for and returns the exit code of help or wrong usage, or of a command that ended well.
 // Throws CommandFailure when the command fails.

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <utility>
 
-#include "characters.h"
+#include "text/shown_text.h"
 
 Console::Console(std::ostream& outStream, std::ostream& noteStream, const Terminal& outTerminal)
     : out_(outStream), notes_(noteStream), terminal_(outTerminal) {}

@@ -42,7 +42,7 @@ class BookLister final : public VOKDiagnosisReceiver {
         const auto parent = positionOfNumber_.find(report->parent);
         const bool isTop = report->parent == report->number || parent == positionOfNumber_.end();
         const Book parentBook = isTop ? Book() : books_[parent->second];
-        AddBook(books_, isTop ? nullptr : &parentBook, report->name).isContainer = !isTop;
+        books_.Add(isTop ? nullptr : &parentBook, report->name).isContainer = !isTop;
         positionOfNumber_.emplace(report->number, books_.size() - 1);
         numbers_.push_back(report->number);
         return S_FALSE;
@@ -52,7 +52,7 @@ class BookLister final : public VOKDiagnosisReceiver {
     void STDMETHODCALLTYPE OnMessage(const VOKMessageReport*) override {}
 
     const Books& AllBooks() const { return books_; }
-    ULONG NumberOf(const Book& book) const { return numbers_[static_cast<size_t>(&book - books_.data())]; }
+    ULONG NumberOf(const Book& book) const { return numbers_[static_cast<size_t>(&book - &books_[0])]; }
 
   private:
     Books books_;

@@ -9,32 +9,37 @@
 
 namespace {
 
+// With the separator at its end, in UTF-8.
 std::string ProgramFolder() {
-    std::string path(MAX_PATH, '\0');
-    DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    std::basic_string<WCHAR> path(MAX_PATH, WCHAR());
+    DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     while (length >= path.size() - 1) {
         path.resize(path.size() * 2);
-        length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     }
-    path.resize(length);
-    const size_t separator = path.find_last_of("\\/");
-    path.resize(separator == std::string::npos ? 0 : separator + 1);
-    return path;
+    const std::string file = Utf8(std::basic_string_view<WCHAR>(path).substr(0, length));
+    return file.substr(0, file.find_last_of("\\/") + 1);
 }
 
 }  // namespace
 
-LoadedModule::LoadedModule(const std::string& fileName) : path_(ProgramFolder() + fileName) {
-    Load("put it beside this program");
+std::string PathBesideProgram(const std::string& fileName) {
+    // A path that the code page lacks would be the path of another file in it.
+    return InCodePage(ProgramFolder() + fileName, "the path of this program's library");
+}
+
+LoadedModule::LoadedModule(const std::string& fileName) : path_(PathBesideProgram(fileName)) {
+    Load(LOAD_LIBRARY_SEARCH_SYSTEM32, "put it beside this program");
 }
 
 LoadedModule::LoadedModule(const AtPath& where)
     : path_(InCodePage(Utf8Of(std::filesystem::absolute(PathOfUtf8(where.path))), "the path")) {
-    Load("name a library of this system's kind, 64 bits wide");
+    Load(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR,
+         "name a library of this system's kind, 64 bits wide");
 }
 
-void LoadedModule::Load(const char* advice) {
-    handle_.reset(LoadLibraryA(path_.c_str()));
+void LoadedModule::Load(DWORD searchFlags, const char* advice) {
+    handle_.reset(LoadLibraryExA(path_.c_str(), nullptr, searchFlags));
     if (handle_) return;
     throw CommandFailure("cannot load " + Utf8(path_) + " (system error " + std::to_string(GetLastError()) + "); " +
                          advice);

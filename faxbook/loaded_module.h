@@ -8,11 +8,15 @@
 #include <string>
 #include <type_traits>
 
+// The full path of a file in this program's folder; the name is ASCII.
+std::string PathBesideProgram(const std::string& fileName);
+
 class LoadedModule {
   public:
-    // From this program's folder; the name is ASCII. Throws CommandFailure when the file cannot be loaded.
+    // From this program's folder; the name is ASCII. What it needs comes from the system. Throws CommandFailure when
+    // the file cannot be loaded.
     explicit LoadedModule(const std::string& fileName);
-    // From where the user says, in UTF-8.
+    // From where the user says, in UTF-8. What it needs may lie beside it.
     struct AtPath {
         std::string path;
     };
@@ -30,7 +34,7 @@ class LoadedModule {
         void operator()(HMODULE loaded) const { FreeLibrary(loaded); }
     };
 
-    void Load(const char* advice);
+    void Load(DWORD searchFlags, const char* advice);
     FARPROC FindFunction(const char* name) const;
 
     std::string path_;

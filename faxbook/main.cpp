@@ -5,13 +5,14 @@
 #include <new>
 
 #include "characters.h"
-#include "command_failure.h"
 #include "command_line.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
-    const StandardStreams streams;
+    UseSystemLibrariesOnly();
+    // First, as it gives the streams other buffers.
     std::ios::sync_with_stdio(false);
+    const StandardStreams streams;
     Terminal output = streams.Output();
     // As programs of the command line agreed: https://no-color.org
     const char* noColour = std::getenv(noColourVariable);
@@ -24,13 +25,16 @@ int main(int argc, char** argv) {
                 [&streams](std::string_view line) { streams.DrawProgress(TakeLine(line, streams.Notes().width - 1)); });
         }
         exitCode = RunCommandLine(ProgramArguments(argc, argv), console);
-        std::cout.flush();
-        if (!std::cout) throw CommandFailure("cannot write the output; see that its disk has room");
     } catch (const std::bad_alloc&) {
         std::cerr << "faxbook: there is not enough memory; close other programs or read a smaller address book\n";
         exitCode = exitFailure;
     } catch (const std::exception& error) {
         console.Note(error.what());
+        exitCode = exitFailure;
+    }
+    std::cout.flush();
+    if (!streams.OutputFailure().empty()) {
+        console.Note("cannot write the output: " + streams.OutputFailure());
         exitCode = exitFailure;
     }
     return exitCode;

@@ -25,7 +25,9 @@ std::vector<Topic> Topics() {
              {{"at a terminal", "aligned columns in colours"},
               {"elsewhere", "a line of names and a line for each row, cells separated by tabs; every column"},
               {"--table", "aligned columns, without colours where there is no terminal"},
-              {"--json, --csv", "every column, for programs"}}},
+              {"--json, --csv", "every column, for programs"},
+              {"control characters", "are blanks in all of these, and escapes in JSON; lines stay in cells of CSV"},
+              {"formulas", "in cells of CSV get a ' before them, so that a spreadsheet runs none; numbers do not"}}},
             {"Environment",
              {{contactsVariable, "the folder, or the file, of the address books of the default profile"},
               {profilesVariable, "the file that the profiles are in"},
@@ -33,8 +35,10 @@ std::vector<Topic> Topics() {
               {noColourVariable, "when it is set to anything, there are no colours"}}},
             {"Exit codes",
              {{std::to_string(exitSuccess), "the command did what it was asked for"},
-              {std::to_string(exitFailure), "it could not; a line on standard error says why"},
-              {std::to_string(exitUsage), "the arguments are not understood"}}}};
+              {std::to_string(exitFailure),
+               "it could not, or what it printed is not all; a line on standard error says why"},
+              {std::to_string(exitUsage), "the arguments are not understood"},
+              {std::to_string(exitReaderGone), "whoever read the output closed it before its end; nothing is said"}}}};
 }
 
 // Text that the formatter takes as it stands: neither a request nor an escape.

@@ -9,7 +9,7 @@
 #include "command_failure.h"
 #include "dialog_template.h"
 #include "other_resources.h"
-#include "text.h"
+#include "version_block.h"
 
 namespace {
 
@@ -81,42 +81,17 @@ void AddIconGroups(HMODULE module, Table& table) {
     }
 }
 
-std::string VersionText(DWORD high, DWORD low) {
-    return std::to_string(HIWORD(high)) + "." + std::to_string(LOWORD(high)) + "." + std::to_string(HIWORD(low)) + "." +
-           std::to_string(LOWORD(low));
-}
-
-void AddVersions(HMODULE module, Table& table) {
+void AddVersions(HMODULE module, Table& table, Console& console) {
     for (const Resource& resource : ReadResources(module, RT_VERSION)) {
+        const std::optional<VersionBlock> version = ReadVersionBlock(resource.bytes);
         const std::string id = std::to_string(resource.id);
-        // VerQueryValueW may change the block.
-        std::string block(resource.bytes);
-        void* value = nullptr;
-        UINT length = 0;
-        if (VerQueryValueW(block.data(), L"\\", &value, &length) && length >= sizeof(VS_FIXEDFILEINFO)) {
-            const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(value);
-            table.AddRow({"version", id, "",
-                          "file version " + VersionText(fixed->dwFileVersionMS, fixed->dwFileVersionLS) +
-                              ", product version " +
-                              VersionText(fixed->dwProductVersionMS, fixed->dwProductVersionLS)});
+        if (!version) {
+            console.Note("version " + id + " is no complete version block");
+            continue;
         }
-        if (!VerQueryValueW(block.data(), L"\\VarFileInfo\\Translation", &value, &length)) continue;
-        const std::string_view translations(static_cast<const char*>(value), length);
-        for (size_t offset = 0; offset + 4 <= translations.size(); offset += 4) {
-            constexpr const wchar_t* names[] = {L"Comments",    L"CompanyName",      L"FileDescription",
-                                                L"FileVersion", L"InternalName",     L"LegalCopyright",
-                                                L"ProductName", L"OriginalFilename", L"ProductVersion"};
-            wchar_t folder[32];
-            swprintf(folder, std::size(folder), L"\\StringFileInfo\\%04x%04x\\",
-                     unsigned{*ReadAt<uint16_t>(translations, offset)},
-                     unsigned{*ReadAt<uint16_t>(translations, offset + 2)});
-            for (const wchar_t* name : names) {
-                if (!VerQueryValueW(block.data(), (std::wstring(folder) + name).c_str(), &value, &length)) continue;
-                std::wstring_view text(static_cast<const wchar_t*>(value), length);
-                text = text.substr(0, text.find(L'\0'));
-                table.AddRow({"version", id, "", Utf8(std::wstring_view(name)) + ": " + Utf8(text)});
-            }
-        }
+        table.AddRow({"version", id, "",
+                      "file version " + version->fileVersion + ", product version " + version->productVersion});
+        for (const auto& [name, text] : version->texts) table.AddRow({"version", id, "", name + ": " + text});
     }
 }
 
@@ -131,6 +106,6 @@ void AddManifests(HMODULE module, Table& table) {
 void AddOtherResources(HMODULE module, Table& table, Console& console) {
     AddDialogs(module, table, console);
     AddIconGroups(module, table);
-    AddVersions(module, table);
+    AddVersions(module, table, console);
     AddManifests(module, table);
 }

@@ -2,6 +2,8 @@
 #include "output.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <stdexcept>
@@ -9,6 +11,8 @@
 
 #include "aligned_printer.h"
 #include "characters.h"
+#include "csv/formula_guard.h"
+#include "text/shown_text.h"
 
 namespace {
 
@@ -72,17 +76,36 @@ void AppendPlainCell(std::string& line, std::string_view cell) {
     }
 }
 
+// Line breaks stay; the formulas that a spreadsheet would run become text.
 void AppendCsvCell(std::string& line, std::string_view cell) {
-    if (cell.find_first_of(",\"\r\n") == std::string_view::npos) {
-        line += cell;
+    const std::string text = WithFormulaGuards(WithoutControls(cell, '\n'));
+    if (text.find_first_of(",;\"\n") == std::string::npos) {
+        line += text;
         return;
     }
     line += '"';
-    for (const char c : cell) {
+    for (const char c : text) {
         if (c == '"') line += '"';
         line += c;
     }
     line += '"';
+}
+
+// JSON has an escape for each control character. In a whole document they stand nowhere but in strings.
+std::string WithEscapedControls(std::string_view json) {
+    std::string escaped;
+    while (!json.empty()) {
+        const size_t length = ControlLength(json);
+        if (length == 0) {
+            escaped += json[0];
+        } else {
+            std::array<char, 7> escape = {};
+            std::snprintf(escape.data(), escape.size(), "\\u%04x", unsigned{CodePoints(json.substr(0, length))[0]});
+            escaped += escape.data();
+        }
+        json.remove_prefix(std::max<size_t>(length, 1));
+    }
+    return escaped;
 }
 
 class JsonPrinter final : public TablePrinter {
@@ -103,7 +126,8 @@ class JsonPrinter final : public TablePrinter {
                 object[columns_[i].name] = std::stoll(cell);
             }
         }
-        console_.Out() << (hasRows_ ? ",\n " : "[\n ") << object.dump(-1, ' ', false, Json::error_handler_t::replace);
+        const std::string json = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+        console_.Out() << (hasRows_ ? ",\n " : "[\n ") << (IsPlain(json) ? json : WithEscapedControls(json));
         hasRows_ = true;
     }
     void Finish() override { console_.Out() << (hasRows_ ? "\n]\n" : "[]\n"); }

@@ -1,4 +1,6 @@
-// What a command prints: rows under columns, in the format that the user chose. All text is UTF-8.
+// What a command prints: rows under columns, in the format that the user chose. All text is UTF-8. No control character
+// of a cell (text/shown_text.h) is printed: JSON has its escape, the other formats have a blank; line breaks stay
+// within the cells of CSV and the texts of blocks.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +16,7 @@ enum class Format {
     Aligned,  // for people: columns as wide as their cells; at a terminal in colours, and no wider than it
     Tabs,     // a heading and the rows, cells separated by tabs: what is printed where there is no terminal
     Json,     // an array with one object for each row, one to a line
-    Csv,      // RFC 4180 with a header line; lines end in LF
+    Csv,      // RFC 4180 with a header line; lines end in LF; no cell is a formula (csv/formula_guard.h)
 };
 
 struct Column {

@@ -7,6 +7,7 @@
 #include "objects/guard.h"
 #include "platform/environment.h"
 #include "platform/files.h"
+#include "profiles/profile_name.h"
 #include "profiles/profile_store.h"
 #include "results.h"
 #include "session.h"
@@ -38,14 +39,20 @@ std::string Answer(int32_t result) {
                       : "the library could not load its provider QDXL7RA.DLL; see that it lies beside QDXL7RC.DLL";
 }
 
-const char* AdviceForCreating(int32_t result) {
+std::string AdviceForCreating(const std::string& name, int32_t result) {
     switch (result) {
+        case resultInvalidParameter: {
+            const std::string fault = FaultOfNewName(name);
+            return fault.empty() ? "" : "; no profile can have this name: " + fault;
+        }
         case resultCollision:
             return "; a profile of that name exists already: choose another name, or remove it with \"faxbook profile "
                    "admin\"";
         case resultNotFound:
             return "; check the names of the services (the provider that ships with the library has VCARD); the "
                    "profile itself may have been created";
+        case resultNoAccess:
+            return "; nothing was changed: see what is said above of the file of the profiles";
         default:
             return "";
     }
@@ -75,7 +82,7 @@ void ListProfiles(const CommandContext& context) {
         }
     } catch (const Failure& failure) {
         throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(failure.result) +
-                             "; see what is said above, and correct the file");
+                             "; see what is said of it above");
     }
     table.Finish();
     if (table.RowCount() == 0) {
@@ -92,7 +99,11 @@ void CreateProfile(const CommandContext& context, const std::string& name, const
         const int32_t result = library.LastResult();
         throw CommandFailure("cannot create the profile \"" + name + "\"" +
                              (services.empty() ? "" : " with " + JoinServices(services)) + ": " + Answer(result) +
-                             AdviceForCreating(result));
+                             AdviceForCreating(name, result));
+    }
+    // A profile with services is there when the last of them is. Of one without, opening it tells.
+    if (services.empty()) {
+        const LibrarySession opened(library, name);
     }
     context.console.Note(
         "profile \"" + name + "\" created, " +

@@ -1,14 +1,19 @@
 // The host passes arguments and output through as bytes, which are UTF-8.
 #include "program.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <pthread.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <iostream>
 
+#include "command_line.h"
 #include "terminal_codes.h"
 
 namespace {
@@ -27,6 +32,15 @@ Terminal LookAt(int descriptor) {
     return {isKnown ? size.ws_col : usualWidth, kind && std::string_view(kind) != "dumb"};
 }
 
+// The next file to be opened would get the number of a closed stream, and what is meant for the stream. The ones here
+// refuse to be written and read.
+void OccupyClosedStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) >= 0 || errno != EBADF) continue;
+        open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
 // May be called by a signal's handler.
 void Write(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -36,10 +50,14 @@ void Write(int descriptor, std::string_view bytes) {
     }
 }
 
-// The system's own action follows: the handler is gone when it is called.
-void OnInterrupt(int signal) {
+void LeaveTerminal() {
     if (outputTakesCodes) Write(STDOUT_FILENO, terminal_codes::plain);
     if (isProgressShown) Write(STDERR_FILENO, terminal_codes::wipeLine);
+}
+
+// The system's own action follows: the handler is gone when it is called.
+void OnInterrupt(int signal) {
+    LeaveTerminal();
     raise(signal);
 }
 
@@ -56,11 +74,18 @@ void SetHandler(void (*handler)(int)) {
 
 }  // namespace
 
+// This system looks nowhere else.
+void UseSystemLibrariesOnly() {}
+
 std::vector<std::string> ProgramArguments(int argc, char** argv) {
     return {argv, argv + argc};
 }
 
-StandardStreams::StandardStreams() : output_(LookAt(STDOUT_FILENO)), notes_(LookAt(STDERR_FILENO)) {
+StandardStreams::StandardStreams()
+    : before_(std::cout.rdbuf(&buffer_)), output_(LookAt(STDOUT_FILENO)), notes_(LookAt(STDERR_FILENO)) {
+    OccupyClosedStreams();
+    // A pipe without a reader is an error of writing, also where nobody reads the notes.
+    signal(SIGPIPE, SIG_IGN);
     struct stat information = {};
     const bool isPipe = fstat(STDOUT_FILENO, &information) == 0 && S_ISFIFO(information.st_mode);
     hasPlaceForProgress_ = notes_.takesCodes && !isPipe;
@@ -70,6 +95,40 @@ StandardStreams::StandardStreams() : output_(LookAt(STDOUT_FILENO)), notes_(Look
 
 StandardStreams::~StandardStreams() {
     SetHandler(SIG_DFL);
+    std::cout.rdbuf(before_);
+}
+
+std::string StandardStreams::WriteOutput(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(STDOUT_FILENO, bytes.data(), bytes.size());
+        if (written >= 0) {
+            bytes.remove_prefix(static_cast<size_t>(written));
+            continue;
+        }
+        switch (errno) {
+            case EINTR:
+                break;
+            case EAGAIN: {
+                // Another program has the stream not wait.
+                pollfd output = {STDOUT_FILENO, POLLOUT, 0};
+                poll(&output, 1, -1);
+                break;
+            }
+            case EPIPE:
+            case ECONNRESET:
+                LeaveTerminal();
+                std::_Exit(exitReaderGone);
+            case EBADF:
+                return isClosed_;
+            case ENOSPC:
+            case EDQUOT:
+            case EFBIG:
+                return hasNoRoom_;
+            default:
+                return "system error " + std::to_string(errno);
+        }
+    }
+    return {};
 }
 
 void StandardStreams::DrawProgress(std::string_view line) {

@@ -7,9 +7,11 @@
 #include <stdio.h>
 
 #include <atomic>
+#include <iostream>
 #include <memory>
 
 #include "command_failure.h"
+#include "command_line.h"
 #include "program.h"
 #include "terminal_codes.h"
 #include "text.h"
@@ -59,15 +61,23 @@ void RestoreConsoles() {
     if (codePageBefore != 0) SetConsoleOutputCP(codePageBefore);
 }
 
-// The system's own action follows.
-BOOL WINAPI OnInterrupt(DWORD) {
+void LeaveTerminal() {
     if (outputTakesCodes) Write(STD_OUTPUT_HANDLE, terminal_codes::plain);
     if (isProgressShown) Write(STD_ERROR_HANDLE, terminal_codes::wipeLine);
     RestoreConsoles();
+}
+
+// The system's own action follows.
+BOOL WINAPI OnInterrupt(DWORD) {
+    LeaveTerminal();
     return FALSE;
 }
 
 }  // namespace
+
+void UseSystemLibrariesOnly() {
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
 
 std::vector<std::string> ProgramArguments(int, char**) {
     int count = 0;
@@ -79,7 +89,8 @@ std::vector<std::string> ProgramArguments(int, char**) {
     return arguments;
 }
 
-StandardStreams::StandardStreams() : output_(outputBefore.Prepare()), notes_(notesBefore.Prepare()) {
+StandardStreams::StandardStreams()
+    : before_(std::cout.rdbuf(&buffer_)), output_(outputBefore.Prepare()), notes_(notesBefore.Prepare()) {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     codePageBefore = GetConsoleOutputCP();
@@ -92,6 +103,36 @@ StandardStreams::StandardStreams() : output_(outputBefore.Prepare()), notes_(not
 StandardStreams::~StandardStreams() {
     SetConsoleCtrlHandler(OnInterrupt, FALSE);
     RestoreConsoles();
+    std::cout.rdbuf(before_);
+}
+
+std::string StandardStreams::WriteOutput(std::string_view bytes) {
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                      nullptr)) {
+            bytes.remove_prefix(written);
+            // A pipe that another program has not wait is full.
+            if (written == 0) Sleep(1);
+            continue;
+        }
+        switch (const DWORD error = GetLastError()) {
+            case ERROR_BROKEN_PIPE:
+            case ERROR_NO_DATA:
+            case ERROR_PIPE_NOT_CONNECTED:
+                LeaveTerminal();
+                TerminateProcess(GetCurrentProcess(), exitReaderGone);
+                [[fallthrough]];
+            case ERROR_INVALID_HANDLE:
+                return isClosed_;
+            case ERROR_DISK_FULL:
+            case ERROR_HANDLE_DISK_FULL:
+                return hasNoRoom_;
+            default:
+                return "system error " + std::to_string(error);
+        }
+    }
+    return {};
 }
 
 void StandardStreams::DrawProgress(std::string_view line) {

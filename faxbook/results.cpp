@@ -58,9 +58,9 @@ constexpr NamedResult namedResults[] = {
     {Failed(0x80040600), "MAPI_E_CORRUPT_STORE"},
     {resultCollision, "MAPI_E_COLLISION"},
     {Failed(0x80040605), "MAPI_E_NOT_INITIALIZED"},
-    {Failed(0x80070005), "MAPI_E_NO_ACCESS"},
+    {resultNoAccess, "MAPI_E_NO_ACCESS"},
     {Failed(0x8007000E), "MAPI_E_NOT_ENOUGH_MEMORY"},
-    {Failed(0x80070057), "MAPI_E_INVALID_PARAMETER"},
+    {resultInvalidParameter, "MAPI_E_INVALID_PARAMETER"},
 };
 
 }  // namespace

@@ -32,7 +32,7 @@ build_packages=(cmake ninja-build g++ libcli11-dev nlohmann-json3-dev googletest
 windows_packages=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64)
 wine_packages=(wine64)
 package_packages=(llvm lld python3)
-test_packages=(clang-format clang-tidy cppcheck valgrind python3 xvfb imagemagick groff-base)
+test_packages=(clang-format clang-tidy cppcheck valgrind python3 xvfb imagemagick groff-base locales)
 
 # build_preset PRESET [TARGET...]: configures once and builds; shows the output only when something fails.
 build_preset() {

@@ -23,7 +23,7 @@ DRAWING = Path("docs/faxbook.svg")
 
 
 def shown_by(command):
-    """What a terminal gets."""
+    """What a terminal shows in the end."""
     mine, theirs = pty.openpty()
     fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 50, COLUMNS, 0, 0))
     environment = {**os.environ, "FAXBOOK_CONTACTS": "examples", "FAXBOOK_DIAGNOSTICS": "off", "TERM": "xterm"}
@@ -42,7 +42,8 @@ def shown_by(command):
     os.close(mine)
     if process.wait() != 0:
         sys.exit(f"{command} failed: {output.decode()}")
-    return output.decode().replace("\r\n", "\n")
+    # On a busy machine there was a line of progress, which is wiped before anything is printed.
+    return output.rpartition(b"\r\x1b[K")[2].lstrip(b"\r").decode().replace("\r\n", "\n")
 
 
 def words_of(line):

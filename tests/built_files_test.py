@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the built Windows files as they are: names, exported functions and ordinals, imported libraries, protections.
 
-usage: built_files_test.py FOLDER    the folder with QDXL7RC.DLL, QDXL7RA.DLL and faxbook.exe
+usage: built_files_test.py FOLDER    the folder with QDXL7RC.DLL, QDXL7RA.DLL, faxbook.exe and the sample programs
 """
 import re
 import subprocess
@@ -10,15 +10,17 @@ from pathlib import Path
 
 from counting import Checks
 
-SYSTEM_LIBRARIES = {"KERNEL32.DLL", "USER32.DLL", "ADVAPI32.DLL", "GDI32.DLL", "COMCTL32.DLL", "COMDLG32.DLL",
-                    "SHELL32.DLL", "OLE32.DLL", "VERSION.DLL", "MSVCRT.DLL"}
+# Windows takes these from its own folder for every program (KnownDLLs, in all versions since 7). Any other, such as
+# VERSION.DLL or COMCTL32.DLL, it would take from beside the program if somebody had put one there.
+KNOWN_LIBRARIES = {"KERNEL32.DLL", "USER32.DLL", "ADVAPI32.DLL", "GDI32.DLL", "COMDLG32.DLL", "SHELL32.DLL", "OLE32.DLL",
+                   "MSVCRT.DLL"}
 LIBRARY_EXPORTS = {
     2: "OpenAddressBook", 3: "CloseAddressBook", 5: "DisplayRecipSelect", 6: "DisplayAdminProfiles",
     9: "GetLastVOKError", 10: "CreateProfile", 11: "DisplayRecipSelectEx", 12: "GetAddressBookList",
     13: "GetDestinationList", 14: "GetDestinationDetails", 15: "GetDestinationsInGroup",
 }
 PROVIDER_EXPORTS = {"VOKOpen", "VOKAdminProfiles", "VOKAllocateBuffer", "VOKAllocateMore", "VOKFreeBuffer",
-                    "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose"}
+                    "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose", "VOKCountUnread"}
 
 checks = Checks()
 
@@ -66,12 +68,14 @@ class BuiltFile:
         return {base + int(index): name for index, name in re.findall(r"^\s*\[\s*(\d+)\] (\S+)$", table, re.MULTILINE)}
 
 
-def check_common(built):
+def check_common(built, beside=frozenset()):
+    """The libraries beside it are those that it is there to use."""
     name = built.path.name
     check("pei-x86-64" in built.text, f"{name} is no 64-bit Windows file")
-    foreign = built.imports() - SYSTEM_LIBRARIES
+    foreign = built.imports() - KNOWN_LIBRARIES - beside
     check(not foreign, f"{name} imports {', '.join(sorted(foreign))}")
     check(built.imports(), f"{name}: no imports were found")
+    check(re.search(r"^Entry \w+ 0+ 0+ Delay Import Directory", built.text, re.MULTILINE), f"{name} has delayed imports")
     # Of these the linker has an option for each; for the marks of control-flow protection it has none.
     for protection in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
         check(protection in built.text, f"{name} lacks {protection}")
@@ -87,6 +91,8 @@ def main():
     library, provider = BuiltFile(folder / "QDXL7RC.DLL"), BuiltFile(folder / "QDXL7RA.DLL")
     for built in (library, provider, BuiltFile(folder / "faxbook.exe")):
         check_common(built)
+    for sample in ("fax_list.exe", "fax_find.exe"):
+        check_common(BuiltFile(folder / sample), {"QDXL7RC.DLL"})
 
     check(library.module_name() == "QDXL7RC.dll", f"the library's export table names {library.module_name()}")
     check(library.ordinal_base() == 2, f"the library's ordinals begin at {library.ordinal_base()}")

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Checks the documents against the tree: every link leads to a file, every path in backquotes exists, every name in
-backquotes stands in the sources, every piece of C or C++ stands in a sample as it is, the provider's words that
+backquotes stands in the sources, every piece of C, C++ or XML stands in a sample as it is, the provider's words that
 a table quotes are its words, and the changes of this version are told.
 
 usage: docs_test.py    from the top folder of the tree
@@ -49,7 +49,7 @@ def check_document(checks, document, sources, words):
         checks.true(f"{document}: {problem}", is_right)
 
     text = document.read_text(encoding="utf-8")
-    for piece in re.findall(r"^```c(?:pp)?\n(.*?)^```", text, re.DOTALL | re.MULTILINE):
+    for piece in re.findall(r"^```(?:c|cpp|xml)\n(.*?)^```", text, re.DOTALL | re.MULTILINE):
         check(f"no sample has this:\n{piece}", any(without_indents(piece) in without_indents(sources[sample])
                                                    for sample in sources if sample.startswith("samples/")))
     text = re.sub(r"^```.*?^```", "", text, flags=re.DOTALL | re.MULTILINE)

@@ -22,6 +22,25 @@ WINE = sys.argv[2]
 TOOLCHAIN = Path(__file__).resolve().parents[1] / "cmake" / "mingw-w64.cmake"
 
 
+COMPANY = """\
+name,type,number,company,department,note,comment
+Management,group,,,,,Two persons of this folder.
+Everyone,group,,,,,"Two groups, one of them from the folder Sales, and two persons, one of whom is in a group as well \
+and gets one fax only."
+Ada Winterfeld,person,+493023125002,Nordlicht Instruments,Management,,\
+"Three fax numbers: at work, at home and the preferred one."
+Ada Winterfeld,person,+493023125003,Nordlicht Instruments,Management,,\
+"Three fax numbers: at work, at home and the preferred one."
+Ada Winterfeld,person,+493023125004,Nordlicht Instruments,Management,,\
+"Three fax numbers: at work, at home and the preferred one."
+Zoë Müller-Ångström,person,+49 30 23125 011,Nordlicht Instruments,Accounts,,Two fax numbers.
+Zoë Müller-Ångström,person,+49 40 66969 012,Nordlicht Instruments,Accounts,,Two fax numbers.
+山田 花子,person,+1 212 555 0120,Nordlicht Instruments,東京連絡事務所,,A name in Japanese. A code page without these \
+characters shows question marks in their place.
+Łukasz Žižka,person,,,,,
+"""
+
+
 class PackageTest(unittest.TestCase):
     def setUp(self):
         # A blank and a letter outside ASCII, as in folders of users.
@@ -36,7 +55,7 @@ class PackageTest(unittest.TestCase):
         done = subprocess.run(command, cwd=self.folder, shell=isinstance(command, str), stdin=subprocess.DEVNULL,
                               env={**os.environ, "LC_ALL": "C.UTF-8", **environment}, capture_output=True, timeout=300,
                               check=False)
-        # A program may print in the code page.
+        # The sample in C prints in the code page.
         output = done.stdout.decode("utf-8", "replace").replace("\r\n", "\n")
         notes = done.stderr.decode("utf-8", "replace")
         self.assertEqual(done.returncode, 0, (command, notes, output))
@@ -54,6 +73,10 @@ class PackageTest(unittest.TestCase):
         self.assertIn("    Ngozi Okafor: +44 1632 960123\n", self.run_program(f"{folder}/fax_list.exe"))
         self.assertIn("[Company]\nAda Winterfeld\nNordlicht Instruments\n",
                       self.run_program(f"{folder}/fax_find.exe", "ADA winter"))
+        self.assertEqual(self.run_program(f"{folder}/fax_find.exe", "花子"),
+                         "[Company]\n山田 花子\nNordlicht Instruments\n東京連絡事務所\n+1 212 555 0120 [Business]\n"
+                         "A name in Japanese. A code page without these characters shows question marks in their "
+                         "place.\n\n")
 
     def test_everything_that_the_readme_names_is_there_and_nothing_else(self):
         named = set(re.findall(r"^    (\w+)/ ", self.readme, re.MULTILINE))
@@ -67,12 +90,13 @@ class PackageTest(unittest.TestCase):
     def test_the_program_runs_as_the_readme_says(self):
         command = self.commands(r"bin\\faxbook")[0].replace("\\", "/").replace("faxbook", "faxbook.exe", 1).split()
         self.assertIn("Company/Sales/Export\tExport\tcontainer\tVCARD\t0\n", self.run_program(*command))
+        self.assertEqual(self.run_program("bin/faxbook.exe", "destinations", "Company", "--csv"), COMPANY)
         version = self.run_program("bin/faxbook.exe", "--version").split()[1]
         self.assertIn(version, ZIP.name)
         self.assertIn(version, self.readme)
 
     def test_each_sample_builds_with_one_command(self):
-        for command in self.commands("x86_64-w64-mingw32-g"):
+        for command in self.commands("x86_64-w64-mingw32-"):
             self.run_here(command)
         self.assert_samples_work("bin")
 

@@ -9,6 +9,7 @@
 
 #include "books.h"
 #include "characters.h"
+#include "completion/bash_line.h"
 #include "completion/scripts.h"
 #include "objects/guard.h"
 #include "platform/environment.h"
@@ -28,6 +29,8 @@ constexpr struct {
 struct Place {
     const CLI::App* command;
     std::string argument;  // the name of the argument or option that the word is a value of; empty: none
+    std::string option;    // "--profile=", when the word begins with the option that it is a value of
+    bool isBehindOptions;  // behind "--"
     std::string profile;
     std::string book;
 };
@@ -53,8 +56,8 @@ std::string OptionWithValue(const CLI::App& command, const std::string& word) {
     return option && option->get_type_size() != 0 ? word : "";
 }
 
-Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore) {
-    Place place = {&app, {}, {}, {}};
+Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore, const std::string& lastWord) {
+    Place place = {&app, {}, {}, false, {}, {}};
     size_t argumentCount = 0;
     const auto argumentName = [&] {
         const std::vector<const CLI::Option*> arguments = Arguments(*place.command);
@@ -64,8 +67,13 @@ Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore
         if (!place.argument.empty()) {
             if (place.argument == "--profile") place.profile = word;
             place.argument.clear();
-        } else if (IsOption(word)) {
-            place.argument = OptionWithValue(*place.command, word);
+        } else if (!place.isBehindOptions && IsOption(word)) {
+            const size_t sign = word.find('=');
+            const std::string option = OptionWithValue(*place.command, word.substr(0, sign));
+            if (sign == std::string::npos) place.argument = option;
+            if (sign != std::string::npos && option == "--profile") place.profile = word.substr(sign + 1);
+        } else if (!place.isBehindOptions && word == "--") {
+            place.isBehindOptions = true;
         } else if (const CLI::App* inner = argumentCount == 0 ? FindCommand(*place.command, word) : nullptr) {
             place.command = inner;
         } else {
@@ -73,7 +81,11 @@ Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore
             ++argumentCount;
         }
     }
-    if (place.argument.empty()) place.argument = argumentName();
+    if (!place.argument.empty()) return place;
+    const size_t sign = lastWord.find('=');
+    const bool isOptionWithValue = !place.isBehindOptions && IsOption(lastWord) && sign != std::string::npos;
+    if (isOptionWithValue) place.option = lastWord.substr(0, sign + 1);
+    place.argument = isOptionWithValue ? OptionWithValue(*place.command, lastWord.substr(0, sign)) : argumentName();
     return place;
 }
 
@@ -125,6 +137,33 @@ std::vector<std::string> Commands(const CLI::App& command) {
     return names;
 }
 
+// What the last word can be. No word at all is an empty one.
+std::vector<Candidate> FindCandidates(const CLI::App& app, std::vector<std::string> words) {
+    if (words.empty()) words.emplace_back();
+    const std::string word = words.back();
+    words.pop_back();
+    const Place place = FindPlace(app, words, word);
+    const bool isOptionValue = place.argument.starts_with('-');
+    const bool canBeOption = !place.isBehindOptions && !isOptionValue && word.starts_with('-');
+    std::vector<Candidate> candidates;
+    const auto add = [&](const std::vector<std::string>& added, bool areNames) {
+        for (const std::string& name : added) {
+            const bool looksLikeOption = areNames && !isOptionValue && !place.isBehindOptions && name.starts_with('-');
+            candidates.push_back({place.option + name, looksLikeOption});
+        }
+    };
+    if (canBeOption) add(Options(*place.command), false);
+    if (place.argument.empty() && place.option.empty()) add(Commands(*place.command), false);
+    if (!place.argument.empty()) add(ValuesAt(place), true);
+    const std::u32string start = FoldCase(word);
+    std::set<std::string> seen;
+    std::erase_if(candidates, [&](const Candidate& candidate) {
+        return candidate.word.empty() || !FoldCase(candidate.word).starts_with(start) ||
+               !seen.insert(candidate.word).second;
+    });
+    return candidates;
+}
+
 }  // namespace
 
 std::vector<std::string> CompletionShells() {
@@ -139,23 +178,17 @@ std::string_view CompletionScript(std::string_view shell) {
     return found == std::end(scripts) ? std::string_view() : found->text;
 }
 
-void PrintCandidates(const CLI::App& app, std::vector<std::string> words, size_t position, std::ostream& out) {
+void PrintBashCandidates(const CLI::App& app, std::string_view line, std::string_view replaced, std::ostream& out) {
+    const BashLine bash(line, replaced);
+    for (const std::string& text : bash.Write(FindCandidates(app, bash.Words()))) out << text << '\n';
+}
+
+void PrintPowerShellCandidates(const CLI::App& app, std::vector<std::string> words, size_t position,
+                               ArgumentPassing passing, std::ostream& out) {
     words.resize(std::min(position, words.size()) + 1);
-    const std::string word = words.back();
-    words.pop_back();
-    const Place place = FindPlace(app, words);
-    std::vector<std::string> candidates;
-    if (word.starts_with('-')) {
-        candidates = Options(*place.command);
-    } else if (place.argument.empty()) {
-        candidates = Commands(*place.command);
-    } else {
-        candidates = ValuesAt(place);
-    }
-    const std::u32string start = FoldCase(word);
-    std::set<std::string> printed;
-    for (const std::string& candidate : candidates) {
-        if (FoldCase(candidate).starts_with(start) && printed.insert(candidate).second)
-            out << WithoutControls(candidate) << '\n';
+    words.back() = ReadPowerShellWord(words.back());
+    const std::vector<Candidate> candidates = FindCandidates(app, std::move(words));
+    for (const Candidate& candidate : candidates) {
+        out << (candidate.looksLikeOption ? "-- " : "") << WriteForPowerShell(candidate.word, passing) << '\n';
     }
 }

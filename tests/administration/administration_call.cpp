@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds longestWait{20};
+constexpr std::chrono::seconds longestWait{120};
 constexpr char settingsKey[] = "Software\\Quorvane\\Tessivar Address Book\\Settings\\";
 constexpr char lockValue[] = "ProfileLock";
 

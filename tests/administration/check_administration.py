@@ -28,7 +28,7 @@ ENTER, ESCAPE, DOWN, DELETE = 0x0D, 0x1B, 0x28, 0x2E
 # The result of DisplayAdminProfiles, the last result, and ProfileLock.
 CLOSED, CANCELLED = "1 0x00000000 0", "1 0x80040113 0"
 NOT_SHOWN, DAMAGED = "0 0x80040102 0", "0 0x8004011B 0"
-PATIENCE = 15  # seconds that a dialog may take to open or to change
+PATIENCE = 120  # seconds after which a dialog is taken to hang
 HEAD = "# Profiles of the fax address books. Text is UTF-8.\n\n"
 SERVICE = "service = VCARD\nflags = 0x00000000\n"
 
@@ -103,6 +103,11 @@ def check_adding_and_copying(work, checks, profiles):
     work.press(OK, "message")
     work.expect_message("without a name", 51)
     work.press(OK, "name")
+    for name, fault in (("a\u0085b", "control character"), ("n" * 65, "64 are the most")):
+        work.do("type", NAME, name)
+        work.press(OK, "message")
+        checks.equal(f"why a profile cannot be named {name!r}", fault in work.ask("message"), True)
+        work.press(OK, "name")
     work.do("type", NAME, " Office ")
     work.take_picture("name")
     work.press(OK, "profiles")

@@ -10,14 +10,14 @@ namespace {
 // Company (Sales (Export), sales, Up/Down), Company, PRIVATE, Strand\1
 Books SampleBooks() {
     Books books;
-    const Book company = AddBook(books, nullptr, "Company");
-    const Book sales = AddBook(books, &company, "Sales");
-    AddBook(books, &sales, "Export");
-    AddBook(books, &company, "sales");
-    AddBook(books, &company, "Up/Down");
-    AddBook(books, nullptr, "Company");
-    AddBook(books, nullptr, "PRIVATE");
-    AddBook(books, nullptr, "Strand\\1");
+    const Book company = books.Add(nullptr, "Company");
+    const Book sales = books.Add(&company, "Sales");
+    books.Add(&sales, "Export");
+    books.Add(&company, "sales");
+    books.Add(&company, "Up/Down");
+    books.Add(nullptr, "Company");
+    books.Add(nullptr, "PRIVATE");
+    books.Add(nullptr, "Strand\\1");
     return books;
 }
 

@@ -2,6 +2,7 @@
 
 import json
 import os
+import signal
 import subprocess
 import sys
 import tempfile
@@ -15,6 +16,8 @@ from counting import run_tests  # for the scripts of tests
 EXAMPLES = Path(__file__).resolve().parents[2] / "examples"
 PROGRAM = Path(sys.argv[1]).resolve()
 LAUNCHER = sys.argv[2:]  # wine64 for the Windows program
+PATIENCE = 300  # seconds after which a program is taken to hang, on any machine and beside any other work
+INTERRUPTS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 
 def system_path(path):
@@ -26,6 +29,14 @@ def code_page_environment(code_page):
     if LAUNCHER:
         return {"LC_ALL": {"1252": "C.UTF-8", "932": "ja_JP.UTF-8"}[code_page]}
     return {"HOST_CODE_PAGE": code_page}
+
+
+def heed_interrupts():
+    """For a program that will be interrupted, in its process before it starts: it would ignore what the tests themselves
+    ignore, as they do in the background and under nohup."""
+    for interrupt in INTERRUPTS:
+        signal.signal(interrupt, signal.SIG_DFL)
+    signal.pthread_sigmask(signal.SIG_UNBLOCK, INTERRUPTS)
 
 
 def some(cases):
@@ -47,7 +58,8 @@ class FaxbookTest(unittest.TestCase):
         return value
 
     def environment(self, **changes):
-        return {**os.environ, "FAXBOOK_CONTACTS": system_path(self.contacts),
+        inherited = {name: value for name, value in os.environ.items() if name not in ("NO_COLOR", "COLUMNS", "LINES")}
+        return {**inherited, "FAXBOOK_CONTACTS": system_path(self.contacts),
                 "FAXBOOK_PROFILES": system_path(self.profiles), "FAXBOOK_DIAGNOSTICS": "off",
                 "HOST_REGISTRY": str(self.folder / "registry"), "LC_ALL": "C.UTF-8", **changes}
 
@@ -58,7 +70,7 @@ class FaxbookTest(unittest.TestCase):
             done = subprocess.run(
                 LAUNCHER + [str(program or PROGRAM), *arguments],
                 env=self.environment(**environment), stdin=subprocess.DEVNULL, stdout=out,
-                stderr=err, timeout=120, check=False)
+                stderr=err, timeout=PATIENCE, check=False)
         return subprocess.CompletedProcess(done.args, done.returncode, output.read_bytes(), notes.read_bytes())
 
     def output_of(self, *arguments, notes="", **environment):

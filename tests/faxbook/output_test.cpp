@@ -3,8 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <sstream>
+
+#include "characters.h"
+#include "csv/csv_reader.h"
+#include "text.h"
 
 namespace {
 
@@ -94,8 +99,7 @@ TEST(OutputTest, JsonHasEveryColumnAndTypedNumbers) {
               " {\"name\":\"山田\",\"home_fax\":\"+1 212 555 0100\",\"count\":7,\"note\":\"\","
               "\"comment\":\"says \\\"hi\\\", twice\"},\n"
               " {\"name\":\"Zoë\",\"home_fax\":\"\",\"count\":12345,\"note\":\"\","
-              "\"comment\":\"two\\r\\nlines\\u001b[31m\xC2\x9B"
-              "1m\"},\n"
+              "\"comment\":\"two\\r\\nlines\\u001b[31m\\u009b1m\"},\n"
               " {\"name\":\"\",\"home_fax\":\"\",\"count\":null,\"note\":\"\",\"comment\":\"\"}\n"
               "]\n");
 }
@@ -104,9 +108,102 @@ TEST(OutputTest, CsvQuotesWhatWouldBeMisread) {
     EXPECT_EQ(PrintedAwkwardTable(Format::Csv),
               "name,home_fax,count,note,comment\n"
               "山田,+1 212 555 0100,7,,\"says \"\"hi\"\", twice\"\n"
-              "Zoë,,12345,,\"two\r\nlines\x1B[31m\xC2\x9B"
-              "1m\"\n"
+              "Zoë,,12345,,\"two\nlines [31m 1m\"\n"
               ",,,,\n");
+}
+
+// Control characters of every kind, each between letters and alone at either end, and bytes that are no text.
+TEST(OutputTest, NoFormatPrintsAControlCharacterOfACell) {
+    std::u32string controls = U"\u2028\u2029\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069";
+    for (char32_t control = 0; control < 0xA0; control = control == 0x1F ? 0x7F : control + 1) controls += control;
+    const std::vector<std::string> damaged = {"a\x9B[1mb", "a\xED\xA0\x80|", "a\xE2\x80", "\xC2"};
+    std::vector<std::string> cells = damaged;
+    for (const char32_t control : controls) {
+        const std::string text = Utf8(std::basic_string<WCHAR>(1, static_cast<WCHAR>(control)));
+        cells.insert(cells.end(), {"a" + text + "b", text + "a" + text, text});
+    }
+    for (const auto kind : {Column::Kind::Text, Column::Kind::Telephone, Column::Kind::Remark, Column::Kind::Block}) {
+        for (const Format format : {Format::Aligned, Format::Tabs, Format::Json, Format::Csv}) {
+            const bool keepsLines = format == Format::Csv || (kind == Column::Kind::Block && format != Format::Json);
+            for (const std::string& cell : cells) {
+                const auto addRow = [&](Table& table) { table.AddRow({cell}); };
+                const std::string printed = Printed(format, {{"name", kind}}, addRow, {40, false});
+                std::u32string obeyed = CodePoints(printed);
+                std::erase_if(obeyed,
+                              [&](char32_t c) { return c == '\n' || controls.find(c) == std::u32string::npos; });
+                EXPECT_TRUE(obeyed.empty()) << printed;
+                const bool isRepaired = printed.find("\xEF\xBF\xBD") != std::string::npos;
+                EXPECT_EQ(isRepaired, std::ranges::find(damaged, cell) != damaged.end()) << printed;
+                if (keepsLines) continue;
+                EXPECT_EQ(std::ranges::count(printed, '\n'), format == Format::Json ? 3 : 2) << printed;
+            }
+        }
+    }
+    // What is no control character stays: marks of direction, joiners, anything that is drawn.
+    const std::string others = "\u200Eא\u200F\u200D\u00A0\u2070";
+    EXPECT_EQ(Printed(Format::Tabs, {{"a"}}, [&](Table& table) { table.AddRow({others}); }), "a\n" + others + "\n");
+}
+
+// What a spreadsheet would run is text in CSV, numbers are as they were, and the reader of CSV gives back every cell.
+TEST(OutputTest, CellsOfCsvAreNoFormulasAndAreReadAsTheyWere) {
+    constexpr struct {
+        const char* cell;
+        const char* printed;
+    } cases[] = {
+        {"=1+1", "'=1+1"},
+        {"+cmd|'/C calc'!A0", "'+cmd|'/C calc'!A0"},
+        {"-Acme-", "'-Acme-"},
+        {"@SUM(1+1)*cmd|' /C calc'!A0", "'@SUM(1+1)*cmd|' /C calc'!A0"},
+        {"=HYPERLINK(\"http://x\",\"y\")", "\"'=HYPERLINK(\"\"http://x\"\",\"\"y\"\")\""},
+        {"＝1+1", "'＝1+1"},
+        {"＋cmd", "'＋cmd"},
+        {"－cmd", "'－cmd"},
+        {"＠SUM(1)", "'＠SUM(1)"},
+        {"\u2212cmd", "'\u2212cmd"},
+        {"﹦1", "'﹦1"},
+        {"  =1", "'  =1"},
+        {"\u00A0\u3000=1", "'\u00A0\u3000=1"},
+        {"\uFEFF=1", "'\uFEFF=1"},
+        {"'=1", "''=1"},
+        {"\"=1", "\"'\"\"=1\""},
+        {"''-x", "'''-x"},
+        // Where semicolons end cells, commas do not, and no quote is seen but at a cell's beginning.
+        {"Ann;=cmd|'/C calc'!A0;Lee", "\"Ann;'=cmd|'/C calc'!A0;Lee\""},
+        {"two\n@lines", "\"two\n'@lines\""},
+        // These would be run, however much they look like numbers.
+        {"+49 30 23125+A1", "'+49 30 23125+A1"},
+        {"+x1", "'+x1"},
+        {"+1+w(2)", "'+1+w(2)"},
+        {"-1|x", "'-1|x"},
+        {"+49=1", "'+49=1"},
+        // And these are numbers.
+        {"+49 30 23125", "+49 30 23125"},
+        {"+49 (0)30/231-25.0*#,,1", "\"+49 (0)30/231-25.0*#,,1\""},
+        {"+1 212 555 0100 ext. 12", "+1 212 555 0100 ext. 12"},
+        {"+1 212 555 0100 x12", "+1 212 555 0100 x12"},
+        {"+1 212 555 0100w9", "+1 212 555 0100w9"},
+        {"+49301;ext=45", "\"+49301;ext=45\""},
+        {"＋８１ ３ １２３４", "＋８１ ３ １２３４"},
+        {"+49 30\u2013231\u00A025", "+49 30\u2013231\u00A025"},
+        {"-", "-"},
+        {"-1", "-1"},
+        // Ordinary text.
+        {"'t Hooft", "'t Hooft"},
+        {"O'Neill; A=B", "\"O'Neill; A=B\""},
+        {"a@b.example", "a@b.example"},
+        {"\u2013 Acme", "\u2013 Acme"},
+        {"x\n-1", "\"x\n-1\""},
+    };
+    for (const auto& [cell, printed] : cases) {
+        const auto addRow = [text = cell](Table& table) { table.AddRow({text, text}); };
+        const std::string csv = Printed(Format::Csv, {{"name"}, {"fax"}}, addRow);
+        EXPECT_EQ(csv, std::string("name,fax\n") + printed + "," + printed + "\n");
+        CsvReader reader(csv);
+        CsvRow row;
+        ASSERT_TRUE(reader.Next(row) && reader.Next(row)) << cell;
+        ASSERT_EQ(row.fields.size(), 2u) << cell;
+        for (const CsvField& field : row.fields) EXPECT_EQ(field.text, cell);
+    }
 }
 
 TEST(OutputTest, AnEmptyTableIsStillValidForPrograms) {
@@ -124,9 +221,9 @@ TEST(OutputTest, BlocksArePrintedAloneForPeopleAndWithTheirRowForPrograms) {
             table.AddRow({"Bo", "Bo"});
         });
     };
-    EXPECT_EQ(printed(Format::Aligned), "Ada\nLondon \n\nBo\n");
+    EXPECT_EQ(printed(Format::Aligned), "Ada\nLondon\n\nBo\n");
     EXPECT_EQ(printed(Format::Tabs), printed(Format::Aligned));
-    EXPECT_EQ(printed(Format::Csv), "name,details\nAda,\"Ada\nLondon\a\"\nBo,Bo\n");
+    EXPECT_EQ(printed(Format::Csv), "name,details\nAda,\"Ada\nLondon\"\nBo,Bo\n");
 }
 
 TEST(OutputTest, ARowOfAnotherLengthIsRefused) {

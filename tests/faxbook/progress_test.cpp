@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <sstream>
 
 #include "console.h"
@@ -21,7 +22,7 @@ class DrawnLines {
     }
     std::string WaitForLineWith(const std::string& part) {
         std::unique_lock lock(mutex_);
-        more_.wait_for(lock, std::chrono::seconds(30),
+        more_.wait_for(lock, std::chrono::minutes(5),
                        [&] { return !lines_.empty() && lines_.back().find(part) != std::string::npos; });
         return lines_.empty() ? "" : lines_.back();
     }
@@ -33,6 +34,12 @@ class DrawnLines {
     std::vector<std::string> lines_;
 };
 
+// However many seconds it took to get there.
+testing::AssertionResult IsLine(const std::string& line) {
+    if (std::regex_match(line, std::regex("reading Company: 12, [0-9]+ s"))) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << line;
+}
+
 }  // namespace
 
 TEST(ProgressTest, ALineIsDrawnWhileReadingGoesOnAndWipedAtTheEnd) {
@@ -41,16 +48,16 @@ TEST(ProgressTest, ALineIsDrawnWhileReadingGoesOnAndWipedAtTheEnd) {
         Progress progress(drawn.Draw(), std::chrono::milliseconds(1));
         progress.Say("reading Company");
         for (int i = 0; i < 12; ++i) progress.CountOne();
-        EXPECT_EQ(drawn.WaitForLineWith("12, "), "reading Company: 12, 0 s");
+        EXPECT_TRUE(IsLine(drawn.WaitForLineWith("12, ")));
         progress.Wipe();
-        EXPECT_EQ(drawn.WaitForLineWith("reading"), "reading Company: 12, 0 s") << "it comes back";
+        EXPECT_TRUE(IsLine(drawn.WaitForLineWith("reading"))) << "it comes back";
     }
     EXPECT_EQ(drawn.All().back(), "");
 }
 
 TEST(ProgressTest, WhatIsOverSoonIsNotTold) {
     DrawnLines drawn;
-    { Progress progress(drawn.Draw()); }
+    { Progress progress(drawn.Draw(), std::chrono::hours(1)); }
     EXPECT_TRUE(drawn.All().empty());
 }
 
