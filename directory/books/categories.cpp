@@ -22,6 +22,7 @@ struct CategoryMembers {
 
 std::uint32_t MakeCategoryGroups(Session& session, std::uint32_t node, const std::vector<std::uint32_t>& files) {
     std::vector<FileCards> sources;
+    sources.reserve(files.size());
     for (const std::uint32_t file : files) sources.push_back({session.ReadFile(file, {.categories = true}), file});
     if (const std::optional<std::uint32_t> known = session.CategoryGroupsOf(node))
         if (std::ranges::equal(session.ReadFile(*known)->Sources(), sources)) return *known;
