@@ -2,30 +2,17 @@
 #include "provider/entry_points.h"
 
 #include "diagnosis/diagnosis.h"
+#include "guard.h"
 #include "objects/entries.h"
-#include "objects/guard.h"
 #include "objects/memory.h"
 #include "objects/session_support.h"
 #include "platform/environment.h"
 #include "profiles/administration_objects.h"
 #include "profiles/profile_name.h"
+#include "profiles/resource_module.h"
 #include "profiles/vcard_service.h"
 #include "qdxl7ra.h"
-#include "resource_module.h"
 #include "unread.h"
-
-namespace {
-
-HMODULE resourceModuleInUse = nullptr;
-
-}  // namespace
-
-HMODULE GetResourceModule() {
-    return resourceModuleInUse;
-}
-void SetResourceModule(HMODULE module) {
-    resourceModuleInUse = module;
-}
 
 // The window, the values and the flags say nothing to this provider: opening a session shows nothing.
 STDAPI VOKOpen(HWND, const char* profileName, ULONG, void*, ULONG, void*, void*, void*, IAddrBook** addressBook,

@@ -8,6 +8,7 @@
 void CountUnread() noexcept;
 ULONG UnreadCount() noexcept;
 
-// Counts an answer that failed for a reason outside of what was asked for, and says so once in the process.
+// Counts an answer that failed for a reason outside of what was asked for, and says so: the lack of memory once in the
+// process, another fault with its text, of which 512 bytes are shown, each time up to a bound.
 void NoteLackOfMemory() noexcept;
-void NoteFailedAnswer() noexcept;
+void NoteFailedAnswer(const char* fault) noexcept;

@@ -98,7 +98,8 @@ std::vector<CardReference> MemberFinder::FindNearest(std::uint32_t ownFile, std:
         return files->Find(address);
     };
     auto found = search(own_[ownFile][withAddresses], [&] { return std::vector{ownFile}; });
-    if (found.empty()) found = search(near_[withAddresses], [&] { return session_.ListFiles(*node_); });
+    if (found.empty())
+        found = search(near_[withAddresses], [&] { return session_.ListFiles(*node_, session_.ReadSettings(*node_)); });
     if (found.empty()) found = search(all_[withAddresses], [&] { return ListAllFiles(); });
     return found;
 }
@@ -106,7 +107,7 @@ std::vector<CardReference> MemberFinder::FindNearest(std::uint32_t ownFile, std:
 std::vector<std::uint32_t> MemberFinder::ListAllFiles() {
     std::vector<std::uint32_t> all;
     for (const std::uint32_t book : session_.ListAllBooks()) {
-        const std::vector<std::uint32_t> files = session_.ListFiles(book);
+        const std::vector<std::uint32_t> files = session_.ListFiles(book, session_.ReadSettings(book));
         all.insert(all.end(), files.begin(), files.end());
     }
     return all;
@@ -116,9 +117,10 @@ std::optional<FoundEntry> FindGroupAnew(Session& session, const EntryId& id, std
     if (id.file >= session.FileCount()) return std::nullopt;
     const std::optional<FoundEntry> before = session.FindEntry(id);
     if (const std::optional<std::uint32_t> node = session.NodeOfCategoryGroups(id.file)) {
-        const std::vector<std::uint32_t> files = session.ListFiles(*node);
-        const bool areShown = session.FindNode(*node)->settings.ShowsCategories();
-        MakeCategoryGroups(session, *node, areShown ? files : std::vector<std::uint32_t>());
+        const BookSettings& settings = session.ReadSettings(*node);
+        MakeCategoryGroups(
+            session, *node,
+            settings.ShowsCategories() ? session.ListFiles(*node, settings) : std::vector<std::uint32_t>());
     } else {
         session.ReadFile(id.file);
     }

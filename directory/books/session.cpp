@@ -192,16 +192,15 @@ std::uint32_t Session::AddFile(const fs::path& path, std::optional<UINT> charset
     return position->second;
 }
 
-std::vector<std::uint32_t> Session::ListFiles(std::uint32_t node) {
+std::vector<std::uint32_t> Session::ListFiles(std::uint32_t node, const BookSettings& settings) {
     std::vector<std::uint32_t> files;
-    ReadSettings(node);
-    const std::optional<UINT> charset = nodes_[node].settings.charset;
     if (!nodes_[node].isFolder) {
-        files.push_back(AddFile(nodes_[node].path, charset));
+        files.push_back(AddFile(nodes_[node].path, settings.charset));
     } else if (nodes_[node].role != BookNode::Role::Location) {
         std::error_code error;
         for (const fs::path& path : ListFolder(nodes_[node].path))
-            if (IsCardFileName(path) && !fs::is_directory(path, error)) files.push_back(AddFile(path, charset));
+            if (IsCardFileName(path) && !fs::is_directory(path, error))
+                files.push_back(AddFile(path, settings.charset));
     }
     return files;
 }
@@ -220,14 +219,14 @@ std::vector<std::uint32_t> Session::ListAllBooks() {
     return books;
 }
 
-void Session::ReadSettings(std::uint32_t node) {
+const BookSettings& Session::ReadSettings(std::uint32_t node) {
     BookSettings settings;
     for (std::uint32_t holder = node; nodes_[holder].role != BookNode::Role::Location; holder = nodes_[holder].parent)
         if (const std::optional<BookSettings>& own = ReadOwnSettings(holder))
             settings.Inherit(*own);
         else
             CountUnreadHere();
-    nodes_[node].settings = settings;
+    return nodes_[node].settings = settings;
 }
 
 // The file is read once, and again when it has changed: all that lies below its folder asks for it.

@@ -70,8 +70,11 @@ class Session {
     // Listings are read from the disk each time, sorted by name.
     std::vector<std::uint32_t> ListBooks();
     std::vector<std::uint32_t> ListContainers(std::uint32_t node);
-    // Also reads the settings, by which the files are read.
-    std::vector<std::uint32_t> ListFiles(std::uint32_t node);
+    // The card files of the node, which are read by these settings.
+    std::vector<std::uint32_t> ListFiles(std::uint32_t node, const BookSettings& settings);
+    // The node's settings as they are now, with what it has from its parents; until they are read again they are those
+    // of the node.
+    const BookSettings& ReadSettings(std::uint32_t node);
     // Every address book of the profile and every container below it, depth first.
     std::vector<std::uint32_t> ListAllBooks();
 
@@ -119,7 +122,6 @@ class Session {
     bool LeadsBack(std::uint32_t node, const FileStatus& folder) const;
     bool IsInTooManyPlaces(std::uint32_t node, const std::filesystem::path& path, const FileStatus& folder);
     void ReportLeftOut(const std::filesystem::path& link, std::string_view why);
-    void ReadSettings(std::uint32_t node);
     const std::optional<BookSettings>& ReadOwnSettings(std::uint32_t node);
     std::uint32_t AddFile(const std::filesystem::path& path, std::optional<UINT> charset);
     void ReadFromDisk(CardFile& file, CardSetContents contents, const FileStatus& status);

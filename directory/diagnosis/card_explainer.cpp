@@ -8,7 +8,7 @@
 #include "books/card_files.h"
 #include "books/fax_places.h"
 #include "cards/card_draft.h"
-#include "objects/guard.h"
+#include "failure.h"
 #include "platform/files.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include "books/group_members.h"
 #include "books/unplaced_numbers.h"
 #include "diagnosis/card_explainer.h"
-#include "objects/guard.h"
+#include "failure.h"
 #include "text/charset_names.h"
 #include "text/code_pages.h"
 
@@ -25,11 +25,15 @@ void CountFaxNumbers(const CardSet& cards, const Card& card, VOKFileReport& repo
     }
 }
 
-void DiagnoseFile(Session& session, MemberFinder& finder, std::uint32_t node, std::uint32_t file,
+struct DiagnosedBook {
+    std::uint32_t node;
+    BookSettings settings;
+};
+
+void DiagnoseFile(Session& session, MemberFinder& finder, const DiagnosedBook& book, std::uint32_t file,
                   VOKDiagnosisReceiver& receiver) {
     MessagePass pass(session.Messages());
     const std::shared_ptr<const CardSet> cards = session.ReadFile(file);
-    const BookSettings settings = session.FindNode(node)->settings;
     const std::string path = Utf8Of(session.FilePath(file));
     VOKFileReport report = {};
     report.path = path.c_str();
@@ -39,18 +43,19 @@ void DiagnoseFile(Session& session, MemberFinder& finder, std::uint32_t node, st
         const Card& card = cards->Cards()[i];
         if (card.isGroup) {
             ++report.groupCount;
-            report.missingMemberCount += static_cast<ULONG>(finder.FindMembers(node, {cards, file, i}).missingCount);
+            report.missingMemberCount +=
+                static_cast<ULONG>(finder.FindMembers(book.node, {cards, file, i}).missingCount);
         } else {
             ++report.personCount;
             CountFaxNumbers(*cards, card, report);
         }
     }
-    report.unplacedCount = static_cast<ULONG>(ReportUnplacedNumbers(session, file, *cards, settings.Style()));
+    report.unplacedCount = static_cast<ULONG>(ReportUnplacedNumbers(session, file, *cards, book.settings.Style()));
     const std::string charset(cards->GuessedCharset() ? CharsetNameOf(*cards->GuessedCharset()) : std::string_view());
     if (!charset.empty()) report.guessedCharset = charset.c_str();
     pass.Finish();
     const bool isThere = session.IsComplete(file) || !cards->Cards().empty();
-    if (IsWanted(receiver.OnFile(&report)) && isThere) ExplainCards(session.FilePath(file), settings, receiver);
+    if (IsWanted(receiver.OnFile(&report)) && isThere) ExplainCards(session.FilePath(file), book.settings, receiver);
 }
 
 }  // namespace
@@ -72,6 +77,8 @@ void Diagnose(Session& session, VOKDiagnosisReceiver& receiver) {
         const ULONG parent = book.role == BookNode::Role::Book ? node : book.parent;
         const VOKBookReport report = {node, parent, name.c_str()};
         if (!IsWanted(receiver.OnBook(&report))) continue;
-        for (const std::uint32_t file : session.ListFiles(node)) DiagnoseFile(session, finder, node, file, receiver);
+        const BookSettings settings = session.ReadSettings(node);
+        for (const std::uint32_t file : session.ListFiles(node, settings))
+            DiagnoseFile(session, finder, {node, settings}, file, receiver);
     }
 }

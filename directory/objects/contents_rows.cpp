@@ -81,8 +81,8 @@ void ContentsRows::AddCards(const std::shared_ptr<const CardSet>& cards, std::ui
 }  // namespace
 
 std::unique_ptr<const RowSource> ContentsOfContainer(const std::shared_ptr<Session>& session, std::uint32_t node) {
-    const std::vector<std::uint32_t> files = session->ListFiles(node);
-    const BookSettings& settings = session->FindNode(node)->settings;
+    const BookSettings& settings = session->ReadSettings(node);
+    const std::vector<std::uint32_t> files = session->ListFiles(node, settings);
     auto rows = std::make_unique<ContentsRows>(session, node, settings.Style());
     for (const std::uint32_t file : files) {
         const std::shared_ptr<const CardSet> cards =

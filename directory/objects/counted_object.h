@@ -4,7 +4,7 @@
 #include <atomic>
 #include <initializer_list>
 
-#include "objects/guard.h"
+#include "guard.h"
 #include "objects/interface_ids.h"
 
 template <typename Interface>

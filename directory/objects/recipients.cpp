@@ -97,7 +97,7 @@ void Expansion::AddMembers(const FoundEntry& group, size_t unreadBefore) {
                                    "the group \"" + FromActiveCodePage(group.card.cards->Text(group.card.Get().name)) +
                                        "\" may have members in what cannot be read",
                                    "no fax goes to half of it; see to the file or folder that is named before");
-        throw Failure{MAPI_E_UNABLE_TO_COMPLETE};
+        throw Failure(MAPI_E_UNABLE_TO_COMPLETE);
     }
     for (const CardReference& person : members.cards) {
         // In this style a recipient is a number, and a caller makes room for as many records as there are recipients.

@@ -107,7 +107,7 @@ class Profiles final : public CountedObject<ProfileAdministration> {
             if (const std::string fault = FaultOfNewName(name); !fault.empty()) {
                 Diagnostics().Report(ProfilesFile(), 0, "no profile can be named \"" + name + "\": " + fault,
                                      "choose another name");
-                throw Failure{MAPI_E_INVALID_PARAMETER};
+                throw ProfileError(ProfileError::Reason::BadName);
             }
             created_ = std::make_shared<NewProfile>(name);
             return S_OK;
@@ -133,7 +133,7 @@ class Profiles final : public CountedObject<ProfileAdministration> {
             RequireNoPassword(password);
             if (!created_ || created_->Name() != name) {
                 created_.reset();
-                Require(ProfileStore(ProfilesFile()).Find(name).has_value(), MAPI_E_NOT_FOUND);
+                if (!ProfileStore(ProfilesFile()).Find(name)) throw ProfileError(ProfileError::Reason::NotFound);
             }
             *services = new Services(std::move(name), created_);
             return S_OK;

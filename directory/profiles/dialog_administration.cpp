@@ -1,9 +1,9 @@
 // Shows the administration as dialogs of the resource module that the caller gave.
 #include "diagnostics.h"
-#include "objects/guard.h"
+#include "guard.h"
 #include "profiles/administration.h"
 #include "profiles/dialogs/profile_list_dialog.h"
-#include "resource_module.h"
+#include "profiles/resource_module.h"
 #include "resources/resource_ids.h"
 #include "text/code_pages.h"
 

@@ -1,7 +1,7 @@
 // Names stand between brackets in a line of the profiles file, and programs show them whole.
 #include "profiles/profile_name.h"
 
-#include "objects/guard.h"
+#include "failure.h"
 #include "provider/entry_points.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"

@@ -6,7 +6,6 @@
 #include <unordered_set>
 
 #include "diagnostics.h"
-#include "objects/guard.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "profiles/profile_name.h"
@@ -22,7 +21,7 @@ constexpr std::string_view newFileHead = "# Profiles of the fax address books. T
 
 [[noreturn]] void RefuseFile(const std::filesystem::path& file, size_t line, std::string_view what) {
     Diagnostics().Report(file, line, what, "correct the line; the file was left as it is");
-    throw Failure{MAPI_E_CORRUPT_DATA};
+    throw ProfileError(ProfileError::Reason::UnreadableLines);
 }
 
 std::optional<std::uint32_t> ReadFlags(std::string_view text) {
@@ -47,7 +46,7 @@ std::string HeaderOf(std::string_view name) {
 
 std::string LocationLine(const std::filesystem::path& location) {
     const std::string text = Utf8Of(location);
-    Require(Trimmed(text) == text && text.find('\n') == text.npos);
+    if (Trimmed(text) != text || text.find('\n') != text.npos) throw ProfileError(ProfileError::Reason::BadLocation);
     return "location = " + text + "\n";
 }
 
@@ -77,7 +76,7 @@ struct ProfileStore::Contents {
     }
     Section& Get(std::string_view name) {
         const auto found = Find(name);
-        Require(found != sections.end(), MAPI_E_NOT_FOUND);
+        if (found == sections.end()) throw ProfileError(ProfileError::Reason::NotFound);
         return *found;
     }
     std::string Text() const {
@@ -93,8 +92,8 @@ struct ProfileStore::Contents {
         return text;
     }
     Section& Add(const Profile& profile) {
-        Require(FaultOfNewName(profile.name).empty());
-        Require(Find(profile.name) == sections.end(), MAPI_E_COLLISION);
+        if (!FaultOfNewName(profile.name).empty()) throw ProfileError(ProfileError::Reason::BadName);
+        if (Find(profile.name) != sections.end()) throw ProfileError(ProfileError::Reason::NameTaken);
         // An empty line between two profiles.
         if (!sections.empty() && !sections.back().lines.ends_with("\n\n")) {
             std::string& lines = sections.back().lines;
@@ -108,13 +107,13 @@ struct ProfileStore::Contents {
 
 void ProfileStore::Refuse(std::string_view failure, const FileProblem& problem) const {
     Diagnostics().Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
-    throw Failure{MAPI_E_NO_ACCESS};
+    throw ProfileError(ProfileError::Reason::NoAccess);
 }
 
 SettingsFile ProfileStore::ReadFile(const std::filesystem::path& path, std::string_view failure) const {
     if (path.empty()) {
         Diagnostics().Report("profiles.ini", 0, "no place for profiles is known", "set FAXBOOK_PROFILES to a file");
-        throw Failure{MAPI_E_NO_ACCESS};
+        throw ProfileError(ProfileError::Reason::NoAccess);
     }
     SettingsFile file = ReadSettingsFile(path);
     if (file.state == SettingsFile::State::Unreadable) Refuse(failure, file.problem);
@@ -217,7 +216,7 @@ void ProfileStore::Change(Function&& change, Purpose purpose) {
     }
     Diagnostics().Report(file_, 0, "profiles are being changed by another program",
                          "wait until it has done so, or end it");
-    throw Failure{MAPI_E_NO_ACCESS};
+    throw ProfileError(ProfileError::Reason::NoAccess);
 }
 
 void ProfileStore::Create(const Profile& profile) {
@@ -266,7 +265,7 @@ void ProfileStore::SetDisplayProfile(std::string_view name) {
 void ProfileStore::SetLocation(std::string_view profile, size_t service, const std::filesystem::path& location) {
     Change([&](Contents& contents) {
         Section& section = contents.Get(profile);
-        Require(service < section.profile.services.size(), MAPI_E_NOT_FOUND);
+        if (service >= section.profile.services.size()) throw ProfileError(ProfileError::Reason::NotFound);
         std::string lines;
         size_t servicesSeen = 0;
         for (const IniLine& line : ReadIniLines(section.lines)) {

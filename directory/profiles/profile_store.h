@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "platform/settings_file.h"
+#include "profiles/profile_error.h"
 
 struct ProfileService {
     std::string name;
@@ -32,10 +33,8 @@ struct Profile {
 };
 
 // Each operation reads the file anew and, if it changes something, replaces it as a whole, while no other process that
-// uses a store can; who changes it without a store meanwhile loses nothing, either. They throw Failure:
-// MAPI_E_CORRUPT_DATA for a file that cannot be understood, MAPI_E_NO_ACCESS for one that cannot be read or written, or
-// of which it cannot be told whether it is there, and what is said below. Then the file is as it was, and why is in the
-// diagnostics.
+// uses a store can; who changes it without a store meanwhile loses nothing, either. They throw ProfileError:
+// UnreadableLines, NoAccess, and what is said below. Then the file is as it was, and why is in the diagnostics.
 class ProfileStore {
   public:
     explicit ProfileStore(std::filesystem::path file) : file_(std::move(file)) {}
@@ -46,18 +45,17 @@ class ProfileStore {
     // The profile that the user chose for displaying the address book; empty when none is chosen.
     std::string DisplayProfile() const;
 
-    // A profile with its services is one change. MAPI_E_COLLISION when there is one of that name,
-    // MAPI_E_INVALID_PARAMETER for a name that FaultOfNewName refuses; these two of Copy, too.
+    // A profile with its services is one change. NameTaken, BadName; these two of Copy, too.
     void Create(const Profile& profile);
     // Does all of Create but for the change itself, so that it throws what Create would.
     void RehearseCreating(const Profile& profile);
-    // This and the next ones: MAPI_E_NOT_FOUND for an unknown profile.
+    // This and the next ones: NotFound for an unknown profile.
     void Copy(std::string_view from, std::string_view to);
     void Remove(std::string_view name);
-    // MAPI_E_INVALID_PARAMETER for a location that a line cannot hold; so of Create and SetLocation.
+    // BadLocation; so of Create and SetLocation.
     void AddService(std::string_view profile, const ProfileService& service);
     void SetDisplayProfile(std::string_view name);
-    // `service` counts the profile's services from 0; MAPI_E_NOT_FOUND for an unknown one, too.
+    // `service` counts the profile's services from 0; NotFound for an unknown one, too.
     void SetLocation(std::string_view profile, size_t service, const std::filesystem::path& location);
 
   private:

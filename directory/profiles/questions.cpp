@@ -3,7 +3,7 @@
 #include <istream>
 #include <ostream>
 
-#include "objects/guard.h"
+#include "guard.h"
 #include "profiles/administration.h"
 #include "profiles/profile_name.h"
 #include "profiles/vcard_service.h"
@@ -44,7 +44,7 @@ class Interview {
     std::string Ask(std::string_view question) {
         output_ << question << std::flush;
         std::string line;
-        if (!std::getline(input_, line)) throw Failure{MAPI_E_USER_CANCEL};
+        if (!std::getline(input_, line)) throw Failure(MAPI_E_USER_CANCEL);
         return std::string(Trimmed(line));
     }
     // Nothing when no profile can have the name; the user has been told why.
@@ -73,10 +73,10 @@ void Interview::Obey(const std::string& answer) {
         if (answer != command.name) continue;
         try {
             return (this->*command.action)();
-        } catch (const Failure& failure) {
-            if (failure.result == MAPI_E_NOT_FOUND)
+        } catch (const ProfileError& error) {
+            if (error.GetReason() == ProfileError::Reason::NotFound)
                 Say("There is no such profile.\n");
-            else if (failure.result == MAPI_E_COLLISION)
+            else if (error.GetReason() == ProfileError::Reason::NameTaken)
                 Say("There is a profile of that name already.\n");
             else
                 throw;
@@ -124,7 +124,7 @@ void Interview::Add() {
 
 void Interview::Show() {
     const std::optional<Profile> profile = store_.Find(AskForProfile("Profile: "));
-    Require(profile.has_value(), MAPI_E_NOT_FOUND);
+    if (!profile) throw ProfileError(ProfileError::Reason::NotFound);
     for (const ProfileService& service : profile->services)
         Say("  " + Shown(service.name) + ": " +
             (service.location.empty() ? std::string("the contacts folder") : Shown(Utf8Of(service.location))) + "\n");

@@ -2,7 +2,7 @@
 #include "profiles/vcard_service.h"
 
 #include "diagnostics.h"
-#include "objects/guard.h"
+#include "failure.h"
 #include "platform/environment.h"
 #include "text/ascii.h"
 
@@ -24,13 +24,13 @@ std::shared_ptr<Session> OpenSession(std::string_view profileName, const Profile
     const std::string name = profileName.empty() ? ChooseDefaultProfile(store) : std::string(profileName);
     if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()}, sink);
     const std::optional<Profile> profile = store.Find(name);
-    Require(profile.has_value(), MAPI_E_NOT_FOUND);
+    if (!profile) throw ProfileError(ProfileError::Reason::NotFound);
     std::vector<std::filesystem::path> locations;
     for (const ProfileService& service : profile->services) {
         if (!IsServiceName(service.name)) {
             Diagnostics(sink).Report(store.File(), 0, "unknown service {} in profile {}",
                                      "it is left out; known is: VCARD", {service.name, profile->name});
-            throw Failure{MAPI_E_NOT_FOUND};
+            throw Failure(MAPI_E_NOT_FOUND);
         }
         locations.push_back(service.location.empty() ? ContactsFolder() : service.location);
     }

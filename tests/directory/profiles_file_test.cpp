@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "card_text.h"
-#include "objects/guard.h"
 #include "platform/settings_file.h"
 #include "profiles/profile_store.h"
 #include "provider_client.h"

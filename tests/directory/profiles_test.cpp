@@ -11,7 +11,6 @@
 #endif
 
 #include "card_text.h"
-#include "objects/guard.h"
 #include "profiles/administration.h"
 #include "profiles/profile_name.h"
 #include "provider_client.h"
@@ -111,7 +110,7 @@ TEST_F(ProfilesTest, ProfilesOfOtherNamesAreKeptAndCanBeRemoved) {
     store.SetDisplayProfile(control);
     EXPECT_EQ(store.DisplayProfile(), control);
     store.Copy(longName, "Short");
-    EXPECT_THROW(store.Copy("Short", control + "x"), Failure);
+    EXPECT_THROW(store.Copy("Short", control + "x"), ProfileError);
     store.Remove(longName);
     // At a terminal they have blanks in their place, and are meant by what is shown.
     std::istringstream input("list\nremove\nred [31m\nremove\nx y\nclose\n");
@@ -184,8 +183,8 @@ void ChangePatiently(const std::function<void()>& change) {
     for (;;) {
         try {
             return change();
-        } catch (const Failure& failure) {
-            if (failure.result != MAPI_E_NO_ACCESS) throw;
+        } catch (const ProfileError& error) {
+            if (error.GetReason() != ProfileError::Reason::NoAccess) throw;
         }
     }
 }
@@ -225,7 +224,7 @@ TEST_F(ProfilesTest, AServiceGetsAnotherLocation) {
         ProfilesText(),
         "[profile A]\n# first\nservice = VCARD\nlocation = /new\nflags = 1\nservice = VCARD\nlocation = /second\n\n" +
             other);
-    EXPECT_THROW(store.SetLocation("A", 2, "/third"), Failure);
+    EXPECT_THROW(store.SetLocation("A", 2, "/third"), ProfileError);
 }
 
 TEST_F(ProfilesTest, QuestionsAndAnswers) {

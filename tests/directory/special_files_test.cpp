@@ -13,7 +13,7 @@
 #endif
 
 #include "card_text.h"
-#include "objects/result_codes.h"
+#include "guard.h"
 #include "provider_client.h"
 
 namespace fs = std::filesystem;
@@ -28,6 +28,23 @@ std::string Names(const std::vector<Values>& rows) {
 
 void ExpectSaid(const ContactsFolderForTest& contacts, const std::string& what) {
     EXPECT_NE(contacts.Diagnostics().find(what), std::string::npos) << what << "\nin\n" << contacts.Diagnostics();
+}
+
+// A fault is a result code to callers; its text is for whoever looks for it.
+TEST(SpecialFiles, AFaultIsSaidWithItsText) {
+    ContactsFolderForTest contacts;
+    const auto answer = [](const std::string& fault) {
+        const ULONG before = UnreadCount();
+        const HRESULT result = Guarded([&]() -> HRESULT { throw std::runtime_error(fault); });
+        EXPECT_EQ(UnreadCount(), before + 1);
+        return result;
+    };
+    EXPECT_EQ(answer("such a table was never there"), MAPI_E_CALL_FAILED);
+    EXPECT_EQ(Guarded([]() -> HRESULT { throw Failure(MAPI_E_NOT_FOUND); }), MAPI_E_NOT_FOUND);
+    ExpectSaid(contacts, "QDXL7RA.DLL: an answer cannot be made (such a table was never there); ");
+    for (int i = 0; i < 200; ++i) answer(std::string(100'000, 'x'));
+    EXPECT_LT(contacts.Diagnostics().size(), 100'000U);
+    ExpectSaid(contacts, "more answers cannot be made");
 }
 
 constexpr char noFile[] = ": this is a pipe, a socket or a device, and no file; ";

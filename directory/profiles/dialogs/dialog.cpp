@@ -1,7 +1,7 @@
 // The dialog procedure that all dialogs share, and what each does when it opens.
 #include "profiles/dialogs/dialog.h"
 
-#include "objects/guard.h"
+#include "guard.h"
 #include "resources/string_ids.h"
 
 namespace {

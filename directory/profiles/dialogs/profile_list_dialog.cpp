@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "objects/guard.h"
+#include "guard.h"
 #include "platform/environment.h"
 #include "profiles/dialogs/location_chooser.h"
 #include "profiles/dialogs/profile_name_dialog.h"
@@ -111,8 +111,8 @@ void ProfileListDialog::Obey(int control, int notification) try {
     else if (control == IDCANCEL && isPressed)
         // The button and Escape send the same: only the keyboard tells them apart.
         End(GetKeyState(VK_ESCAPE) < 0 ? MAPI_E_USER_CANCEL : S_OK);
-} catch (const Failure& failure) {
-    if (failure.result != MAPI_E_NOT_FOUND) throw;
+} catch (const ProfileError& error) {
+    if (error.GetReason() != ProfileError::Reason::NotFound) throw;
     // Another program has removed the profile meanwhile.
     Fill(Selected());
 }
@@ -143,7 +143,7 @@ void ProfileListDialog::ChooseDisplay() {
 
 void ProfileListDialog::ShowProperties() {
     const std::optional<Profile> profile = store_.Find(Selected());
-    Require(profile.has_value(), MAPI_E_NOT_FOUND);
+    if (!profile) throw ProfileError(ProfileError::Reason::NotFound);
     const std::optional<size_t> service = ChooseService(*profile);
     if (!service) return;
     const std::filesystem::path current = LocationOf(profile->services[*service]);

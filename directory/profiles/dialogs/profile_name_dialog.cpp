@@ -1,7 +1,7 @@
 // Takes a name, and says why no profile can have it.
 #include "profiles/dialogs/profile_name_dialog.h"
 
-#include "objects/guard.h"
+#include "guard.h"
 #include "profiles/dialogs/wide_text.h"
 #include "profiles/profile_name.h"
 #include "provider/entry_points.h"
