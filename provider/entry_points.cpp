@@ -1,5 +1,5 @@
 // The functions that QDXL7RA.DLL exports.
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 
 #include "diagnosis/diagnosis.h"
 #include "guard.h"

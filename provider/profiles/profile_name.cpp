@@ -2,7 +2,7 @@
 #include "profiles/profile_name.h"
 
 #include "failure.h"
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
 #include "text/shown_text.h"

@@ -2,9 +2,9 @@
 #include "profiles/dialogs/profile_name_dialog.h"
 
 #include "guard.h"
+#include "mapi/entry_points.h"
 #include "profiles/dialogs/wide_text.h"
 #include "profiles/profile_name.h"
-#include "provider/entry_points.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
 #include "text/ascii.h"

@@ -1,13 +1,8 @@
-// The column set of every hierarchy table. Values are read by position.
+// Reading a row of a hierarchy table by its columns.
 #pragma once
 
+#include "mapi/hierarchy_columns.h"
 #include "provider/property_values.h"
-
-enum class HierarchyColumn : ULONG { DisplayName, EntryId, ObjectType, DisplayType, ServiceName, ProviderValue, Count };
-
-inline constexpr PropTagArray<static_cast<ULONG>(HierarchyColumn::Count)> HierarchyColumns{
-    .aulPropTag = {PR_DISPLAY_NAME, PR_ENTRYID, PR_OBJECT_TYPE, PR_DISPLAY_TYPE, PR_SERVICE_NAME,
-                   PR_VOK_PROVIDER_VALUE}};
 
 // One row of a hierarchy table.
 class HierarchyRow {
@@ -24,8 +19,5 @@ class HierarchyRow {
     const SPropValue* GetEntryId() const { return values_.At(static_cast<ULONG>(HierarchyColumn::EntryId)); }
 
   private:
-    static constexpr ULONG GetTag(HierarchyColumn column) {
-        return HierarchyColumns.aulPropTag[static_cast<ULONG>(column)];
-    }
     PropertyValues values_;
 };

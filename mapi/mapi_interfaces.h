@@ -10,7 +10,8 @@
 
 #include <unknwn.h>
 
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
+#include "mapi/result_codes.h"
 
 struct IMAPIProp;
 struct IMAPITable;

@@ -1,5 +1,5 @@
 // The Extended MAPI layouts and values that are exchanged with a provider, as published for 64-bit Windows: property
-// values, tag arrays, row sets, address lists, property tags, object types and result codes. Strings are 8-bit.
+// values, tag arrays, row sets, address lists, property tags, object and display types, flags. Strings are 8-bit.
 #pragma once
 
 #include <windows.h>
@@ -68,6 +68,7 @@ struct PropTagArray {
 };
 
 // Property types: the low half of a tag.
+inline constexpr ULONG PT_UNSPECIFIED = 0x0000;
 inline constexpr ULONG PT_I2 = 0x0002;
 inline constexpr ULONG PT_LONG = 0x0003;
 inline constexpr ULONG PT_ERROR = 0x000A;
@@ -132,9 +133,11 @@ inline constexpr LONG MAPI_TO = 1;
 // The first row of a table, for SeekRow.
 inline constexpr ULONG BOOKMARK_BEGINNING = 0;
 
-constexpr HRESULT MakeMapiResult(ULONG code) {
-    return static_cast<HRESULT>(code);
-}
-inline constexpr HRESULT MAPI_E_NO_SUPPORT = MakeMapiResult(0x80040102);
-inline constexpr HRESULT MAPI_E_NOT_FOUND = MakeMapiResult(0x8004010F);
-inline constexpr HRESULT MAPI_E_USER_CANCEL = MakeMapiResult(0x80040113);
+// Flags that callers may pass: for strings of 16-bit units, and for a hierarchy of all depths.
+inline constexpr ULONG MAPI_UNICODE = 0x80000000;
+inline constexpr ULONG CONVENIENT_DEPTH = 0x00000001;
+
+// Values of PR_DISPLAY_TYPE.
+inline constexpr LONG DT_MAILUSER = 0x00000000;
+inline constexpr LONG DT_DISTLIST = 0x00000001;
+inline constexpr LONG DT_LOCAL = 0x00030000;

@@ -1,7 +1,7 @@
 // The column set of every contents table, and of every recipient of an expanded group. Values are read by position.
 #pragma once
 
-#include "provider/property_values.h"
+#include "mapi/mapi_types.h"
 
 enum class ContentsColumn : ULONG {
     DisplayName,
@@ -69,24 +69,3 @@ inline constexpr PropTagArray<static_cast<ULONG>(ContentsColumn::Count)> Content
 constexpr ULONG GetTag(ContentsColumn column) {
     return ContentsColumns.aulPropTag[static_cast<ULONG>(column)];
 }
-
-// One row of a contents table, or one recipient of an expanded group.
-class ContentsRow {
-  public:
-    explicit ContentsRow(const PropertyValues& rowValues) : values_(rowValues) {}
-
-    const char* GetString(ContentsColumn column) const {
-        return GetColumnString(values_, static_cast<ULONG>(column), GetTag(column));
-    }
-    uint16_t GetShort(ContentsColumn column) const {
-        return GetColumnShort(values_, static_cast<ULONG>(column), GetTag(column));
-    }
-    // MAPI_MAILUSER, MAPI_DISTLIST or another value.
-    uint32_t GetObjectType() const { return ::GetObjectType(values_, static_cast<ULONG>(ContentsColumn::ObjectType)); }
-    // The value of PR_ENTRYID's position, whatever its tag; may be null.
-    const SPropValue* GetEntryId() const { return values_.At(static_cast<ULONG>(ContentsColumn::EntryId)); }
-    bool IsError(ContentsColumn column) const { return ::IsError(values_, static_cast<ULONG>(column)); }
-
-  private:
-    PropertyValues values_;
-};

@@ -1,7 +1,7 @@
 // What a group is read with before it is expanded: the values of the one entry of the address list.
 #pragma once
 
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
 
 inline constexpr PropTagArray<5> GroupRecipientTags{
     .aulPropTag = {PR_ENTRYID, PR_RECIPIENT_TYPE, PR_DISPLAY_NAME, PR_ADDRTYPE, PR_OBJECT_TYPE}};

@@ -6,7 +6,7 @@
 
 #include <cstddef>
 
-#include "provider/mapi_interfaces.h"
+#include "mapi/mapi_interfaces.h"
 
 // The second object of a session: the provider's memory and the expansion of groups.
 struct SessionSupport : IUnknown {
