@@ -2,10 +2,10 @@
 #include <algorithm>
 
 #include "books.h"
-#include "characters.h"
 #include "commands.h"
 #include "session.h"
 #include "text.h"
+#include "text/characters.h"
 
 namespace commands {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <ostream>
 
-#include "characters.h"
 #include "terminal_codes.h"
 #include "text/ascii.h"
-#include "text/shown_text.h"
+#include "text/characters.h"
+#include "text/control_characters.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <functional>
 #include <utility>
 
-#include "characters.h"
 #include "command_failure.h"
 #include "name_lists.h"
 #include "text.h"
+#include "text/characters.h"
 
 namespace {
 

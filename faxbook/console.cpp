@@ -4,7 +4,7 @@
 #include <ostream>
 #include <utility>
 
-#include "text/shown_text.h"
+#include "text/control_characters.h"
 
 Console::Console(std::ostream& outStream, std::ostream& noteStream, const Terminal& outTerminal)
     : out_(outStream), notes_(noteStream), terminal_(outTerminal) {}

@@ -3,12 +3,12 @@
 #include <functional>
 
 #include "books.h"
-#include "characters.h"
 #include "command_failure.h"
 #include "commands.h"
 #include "name_lists.h"
 #include "session.h"
 #include "text.h"
+#include "text/characters.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ void ShowDetails(const CommandContext& context, const std::string& book, const s
     for (const Destination& destination :
          FindDestinations(ReadDestinations(session, found, context.console), found, name)) {
         table.AddRow({destination.name, destination.isGroup ? "group" : "person",
-                      WithLineFeeds(Utf8(session.Details(destination.entry)))});
+                      WithLineFeeds(FromActiveCodePage(session.Details(destination.entry)))});
     }
     table.Finish();
 }

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "books.h"
-#include "characters.h"
 #include "command_failure.h"
 #include "commands.h"
 #include "loaded_module.h"
@@ -11,6 +10,7 @@
 #include "qdxl7ra.h"
 #include "results.h"
 #include "text.h"
+#include "text/characters.h"
 
 namespace {
 

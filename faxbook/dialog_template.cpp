@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "text.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -46,7 +47,7 @@ class TemplateReader {
             return {};
         }
         for (; unit != 0; unit = Take<uint16_t>()) text += static_cast<WCHAR>(unit);
-        return Utf8(std::basic_string_view<WCHAR>(text));
+        return Utf8FromUtf16(Utf16View(text));
     }
 
   private:

@@ -4,8 +4,9 @@
 #include <filesystem>
 
 #include "command_failure.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "text.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ std::string ProgramFolder() {
         path.resize(path.size() * 2);
         length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     }
-    const std::string file = Utf8(std::basic_string_view<WCHAR>(path).substr(0, length));
+    const std::string file = Utf8FromUtf16(Utf16View(path).substr(0, length));
     return file.substr(0, file.find_last_of("\\/") + 1);
 }
 
@@ -41,14 +42,14 @@ LoadedModule::LoadedModule(const AtPath& where)
 void LoadedModule::Load(DWORD searchFlags, const char* advice) {
     handle_.reset(LoadLibraryExA(path_.c_str(), nullptr, searchFlags));
     if (handle_) return;
-    throw CommandFailure("cannot load " + Utf8(path_) + " (system error " + std::to_string(GetLastError()) + "); " +
-                         advice);
+    throw CommandFailure("cannot load " + FromActiveCodePage(path_) + " (system error " +
+                         std::to_string(GetLastError()) + "); " + advice);
 }
 
 FARPROC LoadedModule::FindFunction(const char* name) const {
     const FARPROC function = GetProcAddress(Handle(), name);
     if (!function) {
-        throw CommandFailure(Utf8(path_) + " has no function " + name +
+        throw CommandFailure(FromActiveCodePage(path_) + " has no function " + name +
                              "; put the library of this program's version there");
     }
     return function;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "command_line.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "shown_commands.h"
 #include "text/ascii.h"
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "characters.h"
+#include "text/characters.h"
 
 namespace {
 

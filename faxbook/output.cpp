@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "aligned_printer.h"
-#include "characters.h"
 #include "csv/formula_guard.h"
-#include "text/shown_text.h"
+#include "text/characters.h"
+#include "text/control_characters.h"
 
 namespace {
 

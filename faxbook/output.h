@@ -1,6 +1,6 @@
 // What a command prints: rows under columns, in the format that the user chose. All text is UTF-8. No control character
-// of a cell (text/shown_text.h) is printed: JSON has its escape, the other formats have a blank; line breaks stay
-// within the cells of CSV and the texts of blocks.
+// of a cell (text/control_characters.h) is printed: JSON has its escape, the other formats have a blank; line breaks
+// stay within the cells of CSV and the texts of blocks.
 #pragma once
 
 #include <cstddef>

@@ -15,6 +15,7 @@
 #include "program.h"
 #include "terminal_codes.h"
 #include "text.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -85,7 +86,7 @@ std::vector<std::string> ProgramArguments(int, char**) {
     const std::unique_ptr<LPWSTR, decltype(freeList)> list(CommandLineToArgvW(GetCommandLineW(), &count), freeList);
     if (!list) throw CommandFailure("Windows cannot read the command line");
     std::vector<std::string> arguments;
-    for (int i = 0; i < count; ++i) arguments.push_back(Utf8(std::wstring_view(list.get()[i])));
+    for (int i = 0; i < count; ++i) arguments.push_back(Utf8FromUtf16(Utf16View(list.get()[i])));
     return arguments;
 }
 

@@ -35,7 +35,7 @@ constexpr char neverCalled[] = "the library never calls it; other programs may";
 constexpr PropTagArray<2> personTags{.aulPropTag = {PR_ORIGINAL_DISPLAY_NAME, PR_DISPLAY_NAME}};
 
 std::string Quoted(const std::string& codePageText) {
-    return '"' + Utf8(codePageText) + '"';
+    return '"' + FromActiveCodePage(codePageText) + '"';
 }
 
 }  // namespace

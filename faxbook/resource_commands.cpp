@@ -7,6 +7,7 @@
 #include "other_resources.h"
 #include "session.h"
 #include "text.h"
+#include "text/code_pages.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ void AddStrings(HMODULE module, Table& table) {
     for (UINT id = 1; id <= largestStringId; ++id) {
         const int length = LoadStringA(module, id, text.data(), static_cast<int>(text.size()));
         if (length <= 0) continue;
-        table.AddRow({"string", std::to_string(id), "", Utf8({text.data(), static_cast<size_t>(length)})});
+        table.AddRow({"string", std::to_string(id), "", FromActiveCodePage({text.data(), static_cast<size_t>(length)})});
     }
 }
 

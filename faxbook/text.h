@@ -1,21 +1,16 @@
-// The one place where text changes its encoding: the library speaks the system's ANSI code page and UTF-16, everything
-// in this program and all that it prints is UTF-8.
+// The library speaks the system's code page, everything in this program and all that it prints is UTF-8.
 #pragma once
-
-#include <windows.h>
 
 #include <string>
 #include <string_view>
 
-// A byte sequence that is no character of the code page becomes the system's replacement character.
-std::string Utf8(std::string_view codePageText);
-std::string Utf8(std::basic_string_view<WCHAR> utf16);
+#include "text/code_pages.h"
 
 // A record's text field, up to its NUL.
 template <size_t size>
 std::string FieldText(const char (&field)[size]) {
     const std::string_view bytes(field, size);
-    return Utf8(bytes.substr(0, bytes.find('\0')));
+    return FromActiveCodePage(bytes.substr(0, bytes.find('\0')));
 }
 
 // What is left of UTF-8 text in the code page: names come out of the library so, and are looked for so.

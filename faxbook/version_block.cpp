@@ -10,6 +10,7 @@
 #include <stdexcept>
 
 #include "text.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -55,7 +56,7 @@ Block TakeBlock(std::string_view& blocks) {
     const size_t unitSize = ReadAt<uint16_t>(bytes, 4) == textType ? sizeof(uint16_t) : 1;
     const size_t valueSize = std::min(ReadAt<uint16_t>(bytes, 2) * unitSize, size - valueOffset);
     blocks.remove_prefix(std::min(Aligned(size), blocks.size()));
-    return {Utf8(std::basic_string_view<WCHAR>(name)), bytes.substr(valueOffset, valueSize),
+    return {Utf8FromUtf16(name), bytes.substr(valueOffset, valueSize),
             bytes.substr(std::min(Aligned(valueOffset + valueSize), size))};
 }
 
@@ -82,7 +83,7 @@ std::optional<VersionBlock> ReadVersionBlock(std::string_view bytes) try {
             Block language = TakeBlock(kind.inside);
             while (!language.inside.empty()) {
                 const Block text = TakeBlock(language.inside);
-                version.texts.emplace_back(text.name, Utf8(std::basic_string_view<WCHAR>(ReadText(text.value))));
+                version.texts.emplace_back(text.name, Utf8FromUtf16(ReadText(text.value)));
             }
         }
     }

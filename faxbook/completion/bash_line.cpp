@@ -7,7 +7,7 @@
 #include <cstdio>
 
 #include "text/ascii.h"
-#include "text/shown_text.h"
+#include "text/control_characters.h"
 
 namespace {
 

@@ -8,14 +8,14 @@
 #include <set>
 
 #include "books.h"
-#include "characters.h"
 #include "completion/bash_line.h"
 #include "completion/scripts.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/profile_store.h"
 #include "session.h"
 #include "shown_commands.h"
 #include "text.h"
+#include "text/characters.h"
 
 namespace {
 

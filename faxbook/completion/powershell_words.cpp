@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <string>
 
-#include "characters.h"
 #include "text/ascii.h"
-#include "text/shown_text.h"
+#include "text/characters.h"
+#include "text/control_characters.h"
 
 namespace {
 

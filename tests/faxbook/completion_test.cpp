@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "characters.h"
+#include "text/characters.h"
 
 namespace {
 

@@ -5,13 +5,13 @@
 #include <memory>
 
 #include "guard.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/dialogs/location_chooser.h"
 #include "profiles/dialogs/profile_name_dialog.h"
-#include "profiles/dialogs/wide_text.h"
 #include "profiles/vcard_service.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ void FillList(HWND list, const ListMessages& messages, const std::vector<std::st
     SendMessageW(list, messages.reset, 0, 0);
     for (size_t i = 0; i < names.size(); ++i) {
         const LRESULT place =
-            SendMessageW(list, messages.add, 0, reinterpret_cast<LPARAM>(WideFromUtf8(names[i]).c_str()));
+            SendMessageW(list, messages.add, 0, reinterpret_cast<LPARAM>(Utf16FromUtf8(names[i]).c_str()));
         if (place < 0) throw std::bad_alloc();
         SendMessageW(list, messages.setData, CountFromZero(place), static_cast<LPARAM>(i));
     }
@@ -148,7 +148,7 @@ void ProfileListDialog::ShowProperties() {
     if (!service) return;
     const std::filesystem::path current = LocationOf(profile->services[*service]);
     const std::wstring title =
-        LabelText(L"The vCards of \u201C" + WideFromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
+        LabelText(L"The vCards of \u201C" + Utf16FromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
     const std::optional<std::filesystem::path> chosen = ChooseLocation(Window(), title, current);
     if (chosen && *chosen != current) store_.SetLocation(profile->name, *service, *chosen);
 }

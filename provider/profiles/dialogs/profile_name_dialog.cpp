@@ -3,11 +3,11 @@
 
 #include "guard.h"
 #include "mapi/entry_points.h"
-#include "profiles/dialogs/wide_text.h"
 #include "profiles/profile_name.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
 #include "text/ascii.h"
+#include "text/utf16.h"
 
 ProfileNameDialog::ProfileNameDialog(HMODULE resources, Make make)
     : Dialog(resources, IDD_PROFILE_NAME), make_(std::move(make)) {}
@@ -32,7 +32,7 @@ void ProfileNameDialog::TakeName() {
     const std::string name = ReadName();
     if (name.empty()) return Refuse(String(IDS_NO_PROFILE_NAME));
     if (const std::string fault = FaultOfNewName(name); !fault.empty())
-        return Refuse(L"No profile can have this name: " + WideFromUtf8(fault) + L".");
+        return Refuse(L"No profile can have this name: " + Utf16FromUtf8(fault) + L".");
     const HRESULT result = Guarded([&] {
         make_(name);
         return S_OK;
@@ -45,7 +45,7 @@ std::string ProfileNameDialog::ReadName() const {
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(Control(IDC_PROFILE_NAME))) + 1, L'\0');
     text.resize(
         static_cast<size_t>(GetWindowTextW(Control(IDC_PROFILE_NAME), text.data(), static_cast<int>(text.size()))));
-    return std::string(Trimmed(Utf8FromWide(text)));
+    return std::string(Trimmed(Utf8FromUtf16(text)));
 }
 
 void ProfileNameDialog::Refuse(const std::wstring& text) {

@@ -1,8 +1,8 @@
 // Windows locks a file beside the file, which is there for so long only and which another user cannot have made first,
 // as he could a mutex; elsewhere the file's folder is locked. A lock of the file itself would end when it is replaced.
-#include "platform/file_lock.h"
+#include "platform/system/file_lock.h"
 
-#include "platform/patience.h"
+#include "platform/system/patience.h"
 
 #ifdef _WIN32
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/handles.h"
-#include "platform/settings_file_system.h"
+#include "platform/system/handles.h"
+#include "platform/system/settings_file_system.h"
 
 namespace fs = std::filesystem;
 

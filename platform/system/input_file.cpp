@@ -1,10 +1,10 @@
 // It is asked what a file is before it is opened and again of what was opened: another one may have taken its name.
-#include "platform/input_file.h"
+#include "platform/system/input_file.h"
 
 #include <algorithm>
 #include <climits>
 
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -1,5 +1,5 @@
 // The environment of both systems, and the folders that each of them calls the user's own.
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 
 #include <windows.h>
 

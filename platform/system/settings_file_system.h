@@ -1,8 +1,8 @@
 // The system's part of settings_file.h: settings_file_host.cpp and settings_file_windows.cpp have it.
 #pragma once
 
-#include "platform/patience.h"
-#include "platform/settings_file.h"
+#include "platform/system/patience.h"
+#include "platform/system/settings_file.h"
 
 namespace settings_file {
 

@@ -1,13 +1,13 @@
 // The system calls behind files.h; everything else in this folder's callers is std::filesystem.
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 #include <iterator>
 
-#include "platform/input_file.h"
+#include "platform/system/input_file.h"
 
 #ifdef _WIN32
-#include "platform/device_names.h"
-#include "platform/handles.h"
+#include "platform/system/device_names.h"
+#include "platform/system/handles.h"
 #else
 #include <ctime>
 

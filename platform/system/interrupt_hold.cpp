@@ -1,6 +1,6 @@
 // Windows calls the handlers of a console program in a thread of their own, the newest first: ours makes that thread
 // wait. Elsewhere the signals are blocked.
-#include "platform/interrupt_hold.h"
+#include "platform/system/interrupt_hold.h"
 
 #ifdef _WIN32
 

@@ -1,5 +1,5 @@
 // Nearly all texts have no control characters: they are looked at and left.
-#include "text/shown_text.h"
+#include "text/control_characters.h"
 
 #include "text/ascii.h"
 #include "text/code_pages.h"

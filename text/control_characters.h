@@ -8,6 +8,11 @@
 #include <string>
 #include <string_view>
 
+// Of the ASCII characters only.
+constexpr bool IsControl(char c) {
+    return (static_cast<unsigned char>(c) < ' ') | (c == '\x7F');
+}
+
 // Printable ASCII characters only.
 bool IsPlain(std::string_view text);
 

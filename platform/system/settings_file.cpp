@@ -1,11 +1,11 @@
 // What is the same on both systems: when a file counts as missing, the names of new files, and looking once more before
 // one takes the old one's place.
-#include "platform/settings_file.h"
+#include "platform/system/settings_file.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "platform/settings_file_system.h"
+#include "platform/system/settings_file_system.h"
 
 namespace fs = std::filesystem;
 using namespace settings_file;

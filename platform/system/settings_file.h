@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/interrupt_hold.h"
+#include "platform/system/interrupt_hold.h"
 
 // Why a file is left alone, and what to do about it.
 struct FileProblem {

@@ -1,6 +1,6 @@
 // Tables of ranges, in order, from the Unicode character database (East Asian Width, General Category, Case Folding).
 // Those of widths are made by make_character_ranges.py.
-#include "characters.h"
+#include "text/characters.h"
 
 #include <algorithm>
 #include <iterator>
@@ -19,7 +19,7 @@ struct Range {
 constexpr Range zeroWidthRanges[] = {
 #define ZERO_WIDTH(first, last) {first, last},
 #define WIDE(first, last)
-#include "character_ranges.inc"
+#include "text/character_ranges.inc"
 #undef ZERO_WIDTH
 #undef WIDE
 };
@@ -27,7 +27,7 @@ constexpr Range zeroWidthRanges[] = {
 constexpr Range wideRanges[] = {
 #define ZERO_WIDTH(first, last)
 #define WIDE(first, last) {first, last},
-#include "character_ranges.inc"
+#include "text/character_ranges.inc"
 #undef ZERO_WIDTH
 #undef WIDE
 };

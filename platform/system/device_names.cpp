@@ -1,5 +1,5 @@
 // CON and its kind, COM1 and LPT1 and theirs.
-#include "platform/device_names.h"
+#include "platform/system/device_names.h"
 
 #include <windows.h>
 

@@ -1,11 +1,11 @@
 // What is written is written in one piece, so that the lines of several programs do not mix.
-#include "platform/append_file.h"
+#include "platform/system/append_file.h"
 
 #ifdef _WIN32
 
 #include <windows.h>
 
-#include "platform/device_names.h"
+#include "platform/system/device_names.h"
 
 namespace {
 

@@ -22,10 +22,6 @@ constexpr bool HasAny(std::string_view text, Predicate predicate) {
     return found != 0;
 }
 
-constexpr bool IsControl(char c) {
-    return (static_cast<unsigned char>(c) < ' ') | (c == '\x7F');
-}
-
 constexpr bool IsAscii(std::string_view text) {
     return !HasAny(text, [](char c) { return static_cast<signed char>(c) < 0; });
 }

@@ -1,5 +1,5 @@
-// The memory that this process has in use: the one thing here that differs between the systems.
-#include "heap_bytes.h"
+// As each system counts it.
+#include "platform/system/heap_bytes.h"
 
 #ifdef _WIN32
 #include <windows.h>

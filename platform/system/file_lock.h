@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "platform/handles.h"
+#include "platform/system/handles.h"
 
 class FileLock {
   public:

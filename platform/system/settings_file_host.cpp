@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/handles.h"
-#include "platform/settings_file_system.h"
+#include "platform/system/handles.h"
+#include "platform/system/settings_file_system.h"
 
 namespace fs = std::filesystem;
 

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <climits>
 #include <istream>
 #include <optional>
 #include <string>
@@ -13,12 +12,9 @@
 inline constexpr UINT codePageIso2022Jp = 50220;
 inline constexpr UINT codePageEucJp = 20932;
 
-// Bytes that are converted in one piece: the system counts in an int what four bytes of text may become.
-inline constexpr size_t longestConversion = INT_MAX / 4;
-
 bool IsUtf8(std::string_view text);
 
-// The functions below throw std::length_error for a longer text.
+// The functions below throw std::length_error for a text longer than longestConversion.
 
 // All that is left of a stream that is converted as a whole.
 void AppendRest(std::istream& stream, std::string& bytes);
@@ -32,7 +28,7 @@ void AppendRepaired(std::string_view bytes, UINT codePage, std::string& utf8);
 
 // A whole file's text as UTF-8 where it is UTF-16: it has a byte-order mark, or one of its first two bytes is 0.
 // Nothing otherwise.
-std::optional<std::string> Utf8FromUtf16(std::string_view bytes);
+std::optional<std::string> Utf8FromUtf16Bytes(std::string_view bytes);
 inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 // The text behind a UTF-8 byte-order mark.
 std::string_view WithoutUtf8Mark(std::string_view text);
