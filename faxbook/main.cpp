@@ -5,7 +5,7 @@
 #include <new>
 
 #include "command_line.h"
-#include "program.h"
+#include "terminal/program.h"
 #include "text/characters.h"
 
 int main(int argc, char** argv) {

@@ -1,5 +1,5 @@
 // One table in its forms, for pipes and for terminals.
-#include "output.h"
+#include "output/output.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <functional>
 #include <sstream>
 
+#include "client/record_text.h"
 #include "csv/csv_reader.h"
-#include "text.h"
 #include "text/characters.h"
 #include "text/utf16.h"
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "guard.h"
+#include "failure.h"
 #include "platform/system/environment.h"
 #include "profiles/dialogs/location_chooser.h"
 #include "profiles/dialogs/profile_name_dialog.h"
@@ -70,7 +70,7 @@ std::wstring LabelText(std::wstring text) {
 }  // namespace
 
 ProfileListDialog::ProfileListDialog(HMODULE resources, ProfileStore& store, std::string selected)
-    : Dialog(resources, IDD_PROFILES), store_(store), selectedFirst_(std::move(selected)) {}
+    : Dialog(resources, IDD_PROFILES, IDS_PROFILE_EDITOR), store_(store), selectedFirst_(std::move(selected)) {}
 
 INT_PTR ProfileListDialog::Handle(UINT message, WPARAM wParam, LPARAM) {
     // Of the keys that the list box asks about.
@@ -87,14 +87,20 @@ INT_PTR ProfileListDialog::Handle(UINT message, WPARAM wParam, LPARAM) {
             End(MAPI_E_USER_CANCEL);
             return TRUE;
         case WM_COMMAND:
-            Obey(LOWORD(wParam), HIWORD(wParam));
+            try {
+                HandleCommand(LOWORD(wParam), HIWORD(wParam));
+            } catch (const ProfileError& error) {
+                if (error.GetReason() != ProfileError::Reason::NotFound) throw;
+                // Another program has removed the profile meanwhile.
+                Fill(Selected());
+            }
             return TRUE;
         default:
             return FALSE;
     }
 }
 
-void ProfileListDialog::Obey(int control, int notification) try {
+void ProfileListDialog::HandleCommand(int control, int notification) {
     const bool isPressed = notification == BN_CLICKED;
     if (control == IDC_PROFILE_LIST && notification == LBN_SELCHANGE)
         EnableButtons();
@@ -111,10 +117,6 @@ void ProfileListDialog::Obey(int control, int notification) try {
     else if (control == IDCANCEL && isPressed)
         // The button and Escape send the same: only the keyboard tells them apart.
         End(GetKeyState(VK_ESCAPE) < 0 ? MAPI_E_USER_CANCEL : S_OK);
-} catch (const ProfileError& error) {
-    if (error.GetReason() != ProfileError::Reason::NotFound) throw;
-    // Another program has removed the profile meanwhile.
-    Fill(Selected());
 }
 
 void ProfileListDialog::Add() {

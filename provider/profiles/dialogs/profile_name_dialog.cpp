@@ -1,8 +1,8 @@
 // Takes a name, and says why no profile can have it.
 #include "profiles/dialogs/profile_name_dialog.h"
 
-#include "guard.h"
 #include "mapi/entry_points.h"
+#include "profiles/profile_error.h"
 #include "profiles/profile_name.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
@@ -10,7 +10,7 @@
 #include "text/utf16.h"
 
 ProfileNameDialog::ProfileNameDialog(HMODULE resources, Make make)
-    : Dialog(resources, IDD_PROFILE_NAME), make_(std::move(make)) {}
+    : Dialog(resources, IDD_PROFILE_NAME, IDS_PROFILE_EDITOR), make_(std::move(make)) {}
 
 INT_PTR ProfileNameDialog::Handle(UINT message, WPARAM wParam, LPARAM) {
     if (message == WM_INITDIALOG) {
@@ -33,12 +33,13 @@ void ProfileNameDialog::TakeName() {
     if (name.empty()) return Refuse(String(IDS_NO_PROFILE_NAME));
     if (const std::string fault = FaultOfNewName(name); !fault.empty())
         return Refuse(L"No profile can have this name: " + Utf16FromUtf8(fault) + L".");
-    const HRESULT result = Guarded([&] {
+    try {
         make_(name);
-        return S_OK;
-    });
-    if (result == MAPI_E_COLLISION) return Refuse(String(IDS_PROFILE_EXISTS));
-    End(result);
+        End(S_OK);
+    } catch (const ProfileError& error) {
+        if (error.GetReason() != ProfileError::Reason::NameTaken) throw;
+        Refuse(String(IDS_PROFILE_EXISTS));
+    }
 }
 
 std::string ProfileNameDialog::ReadName() const {
