@@ -3,7 +3,7 @@
 
 #include "diagnostics_output.h"
 #include "platform/system/files.h"
-#include "text/control_characters.h"
+#include "reports.h"
 
 namespace {
 
@@ -13,23 +13,19 @@ constexpr size_t mostOfAKind = 100;
 }  // namespace
 
 void Diagnostics::Report(const std::filesystem::path& file, const Message& message) {
-    if (pass_ == nullptr || pass_->Count(file, message)) Say(file, message.line, FillIn(message));
+    if (pass_ == nullptr || pass_->Count(file, message)) Say(file, message, FillIn(message));
 }
 
-void Diagnostics::Say(const std::filesystem::path& file, size_t line, const ToldMessage& told) {
-    std::string text = Utf8Of(file);
-    if (line != 0) text.append(":").append(std::to_string(line));
-    text.append(": ").append(told.what);
-    if (!told.advice.empty()) text.append("; ").append(told.advice);
-    // A value from a file must not begin a line of its own, and a terminal must not obey it.
-    text = WithoutControls(text);
-    text.push_back('\n');
-    const auto [position, isNew] = said_.insert(std::move(text));
-    if (!isNew) return;
+void Diagnostics::Say(const std::filesystem::path& file, const Message& message, const ToldMessage& told) {
+    const std::string path = Utf8Of(file);
+    const ULONG status = message.isIncomplete ? VOK_READ_INCOMPLETE : VOK_READ_COMPLETE;
+    const VOKMessageReport report = {MakeReportHead<VOKMessageReport>(path.c_str(), message.line, status),
+                                     told.what.c_str(), told.advice.c_str()};
+    if (!said_.insert(FormatMessage(report)).second) return;
     if (sink_ != nullptr)
-        sink_->Take(file, line, told.what, told.advice);
+        sink_->Take(report);
     else
-        WriteDiagnostics(*position);
+        DeliverMessage(report);
 }
 
 bool MessagePass::Count(const std::filesystem::path& file, const Message& message) {
@@ -45,9 +41,9 @@ bool MessagePass::Count(const std::filesystem::path& file, const Message& messag
 void MessagePass::Finish() {
     for (const auto& [fileAndWords, kind] : kinds_) {
         if (kind.count <= mostOfAKind) continue;
-        ToldMessage told = FillIn({0, fileAndWords.second, kind.advice, {}});
+        ToldMessage told = FillIn({.what = fileAndWords.second, .advice = kind.advice});
         told.what = "and " + std::to_string(kind.count - mostOfAKind) + " more: " + told.what;
-        diagnostics_.Say(kind.file, 0, told);
+        diagnostics_.Say(kind.file, {}, told);
     }
     kinds_.clear();
 }

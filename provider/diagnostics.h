@@ -11,13 +11,13 @@
 #include <unordered_set>
 #include <utility>
 
+#include "qdxl7ra.h"
 #include "text/told_text.h"
 
-// Takes the events instead, where a program asked for them.
+// Takes the events instead, where a program asked for them in a call.
 class DiagnosticsSink {
   public:
-    virtual void Take(const std::filesystem::path& file, size_t line, std::string_view what,
-                      std::string_view advice) = 0;
+    virtual void Take(const VOKMessageReport& message) = 0;
 
   protected:
     ~DiagnosticsSink() = default;
@@ -33,12 +33,12 @@ class Diagnostics {
     void Report(const std::filesystem::path& file, const Message& message);
     void Report(const std::filesystem::path& file, size_t line, std::string_view what, std::string_view advice = {},
                 MessageNames names = {}) {
-        Report(file, Message{line, what, advice, names});
+        Report(file, Message{line, what, advice, names, false});
     }
 
   private:
     friend class MessagePass;
-    void Say(const std::filesystem::path& file, size_t line, const ToldMessage& told);
+    void Say(const std::filesystem::path& file, const Message& message, const ToldMessage& told);
 
     DiagnosticsSink* sink_;
     std::unordered_set<std::string> said_;

@@ -2,6 +2,7 @@
 #include "mapi/entry_points.h"
 
 #include "diagnosis/diagnosis.h"
+#include "diagnostics_output.h"
 #include "guard.h"
 #include "mapi_objects/entries.h"
 #include "mapi_objects/memory.h"
@@ -9,9 +10,12 @@
 #include "platform/system/environment.h"
 #include "profiles/administration_objects.h"
 #include "profiles/profile_name.h"
+#include "profiles/profile_report.h"
 #include "profiles/resource_module.h"
 #include "profiles/vcard_service.h"
 #include "qdxl7ra.h"
+#include "reading_stop.h"
+#include "reports.h"
 #include "unread.h"
 
 // The window, the values and the flags say nothing to this provider: opening a session shows nothing.
@@ -68,17 +72,43 @@ STDAPI_(ULONG) VOKFreeBuffer(void* buffer) {
     return static_cast<ULONG>(MAPI_E_INVALID_PARAMETER);
 }
 
-STDAPI VOKDiagnose(const char* profileName, const char* location, VOKDiagnosisReceiver* receiver) {
+STDAPI VOKDiagnose(const char* profileName, const char* location, const VOKDiagnosisReceiver* receiver) {
     return Guarded([&] {
         Require(receiver != nullptr);
-        MessageForwarder messages(*receiver);
+        const VOKDiagnosisReceiver known = CopyKnownFields(*receiver);
+        MessageForwarder messages(known.OnMessage, known.context);
         const std::string_view name = profileName == nullptr ? std::string_view() : profileName;
         const std::shared_ptr<Session> session =
             location == nullptr ? OpenSession(name, ProfileStore(ProfilesFile()), &messages)
                                 : std::make_shared<Session>(std::vector{PathOfUtf8(location)}, &messages);
-        Diagnose(*session, *receiver);
+        Diagnose(*session, known);
         return S_OK;
     });
+}
+
+STDAPI VOKListProfiles(const VOKProfileReceiver* receiver) {
+    return Guarded([&] {
+        Require(receiver != nullptr);
+        const VOKProfileReceiver known = CopyKnownFields(*receiver);
+        MessageForwarder messages(known.OnMessage, known.context);
+        ReportProfiles(ProfileStore(ProfilesFile(), known.OnMessage != nullptr ? &messages : nullptr), known);
+        return S_OK;
+    });
+}
+
+STDAPI VOKSetMessageReceiver(const VOKMessageReceiver* receiver) {
+    return Guarded([&] {
+        if (receiver == nullptr) {
+            SetMessageReceiver({});
+        } else {
+            SetMessageReceiver(CopyKnownFields(*receiver));
+        }
+        return S_OK;
+    });
+}
+
+STDAPI_(void) VOKStopReading() {
+    StopReading();
 }
 
 STDAPI_(ULONG) VOKCountUnread() {

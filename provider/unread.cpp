@@ -6,10 +6,18 @@
 #include <cstdio>
 
 #include "diagnostics_output.h"
+#include "reports.h"
 
 namespace {
 
 std::atomic<ULONG> count = 0;
+
+// Takes no memory: it may be what is missing.
+void Say(const char* what, const char* advice) noexcept {
+    VOKMessageReport report = {MakeReportHead<VOKMessageReport>("", 0, VOK_READ_INCOMPLETE), what, advice};
+    report.head.where = "QDXL7RA.DLL";
+    DeliverMessage(report);
+}
 
 }  // namespace
 
@@ -21,14 +29,11 @@ ULONG UnreadCount() noexcept {
     return count;
 }
 
-// Memory for a message of its own is what is missing.
 void NoteLackOfMemory() noexcept {
     static std::atomic_flag isSaid;
     CountUnread();
     if (!isSaid.test_and_set())
-        WriteDiagnostics(
-            "QDXL7RA.DLL: there is not enough memory for an answer; close other programs, or read smaller address "
-            "books\n");
+        Say("there is not enough memory for an answer", "close other programs, or read smaller address books");
 }
 
 void NoteFailedAnswer(const char* fault) noexcept {
@@ -37,11 +42,8 @@ void NoteFailedAnswer(const char* fault) noexcept {
     CountUnread();
     const ULONG sayingsBefore = sayings++;
     if (sayingsBefore > mostSayings) return;
-    if (sayingsBefore == mostSayings)
-        return WriteDiagnostics("QDXL7RA.DLL: more answers cannot be made; nothing further is said of them\n");
-    std::array<char, 640> line{};
-    std::snprintf(line.data(), line.size(),
-                  "QDXL7RA.DLL: an answer cannot be made (%.512s); look at the address files with \"faxbook check\"\n",
-                  fault);
-    WriteDiagnostics(line.data());
+    if (sayingsBefore == mostSayings) return Say("more answers cannot be made", "nothing further is said of them");
+    std::array<char, 600> what{};
+    std::snprintf(what.data(), what.size(), "an answer cannot be made (%.512s)", fault);
+    Say(what.data(), "look at the address files with \"faxbook check\"");
 }

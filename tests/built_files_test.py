@@ -20,7 +20,8 @@ LIBRARY_EXPORTS = {
     13: "GetDestinationList", 14: "GetDestinationDetails", 15: "GetDestinationsInGroup",
 }
 PROVIDER_EXPORTS = {"VOKOpen", "VOKAdminProfiles", "VOKAllocateBuffer", "VOKAllocateMore", "VOKFreeBuffer",
-                    "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose", "VOKCountUnread"}
+                    "VOKFreeProws", "SetResourceDllHandle", "VOKDiagnose", "VOKCountUnread",
+                    "VOKListProfiles", "VOKSetMessageReceiver", "VOKStopReading"}
 
 checks = Checks()
 

@@ -3,53 +3,27 @@
 #include <map>
 
 #include "client/books.h"
-#include "client/loaded_module.h"
 #include "client/name_lists.h"
+#include "client/provider_reports.h"
 #include "client/record_text.h"
-#include "client/results.h"
 #include "commands/command_failure.h"
 #include "commands/commands.h"
-#include "qdxl7ra.h"
 #include "text/characters.h"
 
 namespace {
 
-std::string Position(const char* path, ULONG line) {
-    return line == 0 ? std::string(path) : std::string(path) + ":" + std::to_string(line);
-}
-
-std::string Line(const VOKMessageReport& message) {
-    std::string line = Position(message.path, message.line) + ": " + message.what;
-    if (*message.advice != '\0') line.append("; ").append(message.advice);
-    return line;
-}
-
-// The location is null for the profile's own.
-void Diagnose(const std::string& profile, const char* location, VOKDiagnosisReceiver& receiver) {
-    const LoadedModule provider("QDXL7RA.DLL");
-    auto* const diagnose = provider.Resolve<VOKDiagnoseFunction>("VOKDiagnose");
-    const HRESULT result = diagnose(profile.c_str(), location, &receiver);
-    if (result >= 0) return;
-    throw CommandFailure("cannot read " +
-                         (profile.empty() ? "the address books" : "those of the profile \"" + profile + "\"") +
-                         ": the provider answered " + ResultText(result) + "; see \"faxbook profiles\"");
-}
-
 // Finds out what books there are, and reads nothing.
-class BookLister final : public VOKDiagnosisReceiver {
+class BookLister final : public DiagnosisListener {
   public:
-    HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport* report) override {
-        const auto parent = positionOfNumber_.find(report->parent);
-        const bool isTop = report->parent == report->number || parent == positionOfNumber_.end();
+    bool HearBook(const VOKBookReport& report) override {
+        const auto parent = positionOfNumber_.find(report.parent);
+        const bool isTop = report.parent == report.number || parent == positionOfNumber_.end();
         const Book parentBook = isTop ? Book() : books_[parent->second];
-        books_.Add(isTop ? nullptr : &parentBook, report->name).isContainer = !isTop;
-        positionOfNumber_.emplace(report->number, books_.size() - 1);
-        numbers_.push_back(report->number);
-        return S_FALSE;
+        books_.Add(isTop ? nullptr : &parentBook, report.name).isContainer = !isTop;
+        positionOfNumber_.emplace(report.number, books_.size() - 1);
+        numbers_.push_back(report.number);
+        return false;
     }
-    HRESULT STDMETHODCALLTYPE OnFile(const VOKFileReport*) override { return S_FALSE; }
-    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport*) override { return S_OK; }
-    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport*) override {}
 
     const Books& AllBooks() const { return books_; }
     ULONG NumberOf(const Book& book) const { return numbers_[static_cast<size_t>(&book - &books_[0])]; }
@@ -61,18 +35,14 @@ class BookLister final : public VOKDiagnosisReceiver {
 };
 
 // Collects the numbers of the persons of one name in one book.
-class NumberCollector final : public VOKDiagnosisReceiver {
+class NumberCollector final : public DiagnosisListener {
   public:
     NumberCollector(ULONG book, const std::string& name, Table& table, Console& console)
         : book_(book), folded_(FoldCase(AsCodePageHasIt(name))), table_(table), console_(console) {}
 
-    HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport* report) override {
-        return report->number == book_ ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE OnFile(const VOKFileReport*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport* card) override;
     // What is wrong with other cards is for the diagnostics and for "faxbook check".
-    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport*) override {}
+    bool HearBook(const VOKBookReport& report) override { return report.number == book_; }
+    void HearCard(const VOKCardReport& card) override;
 
     bool HasFound() const { return hasFound_; }
     bool HasFoundGroup() const { return hasFoundGroup_; }
@@ -88,54 +58,47 @@ class NumberCollector final : public VOKDiagnosisReceiver {
     std::vector<std::string> otherNames_;
 };
 
-HRESULT NumberCollector::OnCard(const VOKCardReport* card) {
+void NumberCollector::HearCard(const VOKCardReport& card) {
     console_.CountOne();
-    if (FoldCase(AsCodePageHasIt(card->name)) != folded_) {
-        otherNames_.emplace_back(card->name);
-        return S_OK;
+    if (FoldCase(AsCodePageHasIt(card.name)) != folded_) {
+        otherNames_.emplace_back(card.name);
+        return;
     }
-    if (card->isGroup) {
+    if (card.isGroup) {
         hasFoundGroup_ = true;
-        return S_OK;
+        return;
     }
     hasFound_ = true;
-    for (ULONG i = 0; i < card->telephoneCount; ++i) {
-        const VOKTelephoneReport& telephone = card->telephones[i];
-        table_.AddRow({telephone.number, telephone.kind, telephone.place, telephone.rule, telephone.source, card->path,
-                       std::to_string(telephone.line)});
+    for (ULONG i = 0; i < card.telephoneCount; ++i) {
+        const VOKTelephoneReport& telephone = *card.telephones[i];
+        table_.AddRow({telephone.number, telephone.kind, telephone.place, telephone.rule, telephone.source,
+                       card.head.path, std::to_string(telephone.head.line)});
     }
-    if (card->telephoneCount == 0) {
-        console_.Note("\"" + std::string(card->name) + "\" has no number at all, in " +
-                      Position(card->path, card->line));
+    if (card.telephoneCount == 0) {
+        console_.Note("\"" + std::string(card.name) + "\" has no number at all, in " + PlaceText(card.head));
     }
-    return S_OK;
 }
 
-class FileCollector final : public VOKDiagnosisReceiver {
+class FileCollector final : public DiagnosisListener {
   public:
     FileCollector(Table& table, Console& console) : table_(table), console_(console) {}
 
-    HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnFile(const VOKFileReport* file) override;
-    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport*) override {
-        console_.CountOne();
-        return S_OK;
-    }
-    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport* message) override { console_.Report(Line(*message)); }
+    bool HearFile(const VOKFileReport& file) override;
+    void HearCard(const VOKCardReport&) override { console_.CountOne(); }
+    void HearMessage(const VOKMessageReport& message) override { console_.Report(MessageLine(message)); }
 
   private:
     Table& table_;
     Console& console_;
 };
 
-HRESULT FileCollector::OnFile(const VOKFileReport* file) {
-    table_.AddRow({file->path, std::to_string(file->cardCount), std::to_string(file->personCount),
-                   std::to_string(file->groupCount), std::to_string(file->businessCount),
-                   std::to_string(file->homeCount), std::to_string(file->otherCount),
-                   std::to_string(file->primaryCount), std::to_string(file->unplacedCount),
-                   std::to_string(file->missingMemberCount), std::to_string(file->namelessCount),
-                   file->guessedCharset ? file->guessedCharset : ""});
-    return S_OK;
+bool FileCollector::HearFile(const VOKFileReport& file) {
+    table_.AddRow({file.head.path, std::to_string(file.cardCount), std::to_string(file.personCount),
+                   std::to_string(file.groupCount), std::to_string(file.businessCount), std::to_string(file.homeCount),
+                   std::to_string(file.otherCount), std::to_string(file.primaryCount),
+                   std::to_string(file.unplacedCount), std::to_string(file.missingMemberCount),
+                   std::to_string(file.namelessCount), file.guessedCharset ? file.guessedCharset : ""});
+    return true;
 }
 
 }  // namespace
@@ -144,7 +107,7 @@ namespace commands {
 
 void ExplainPerson(const CommandContext& context, const std::string& book, const std::string& name) {
     BookLister lister;
-    Diagnose(context.profile, nullptr, lister);
+    Diagnose(context.profile, {}, lister);
     const Book& found = FindBook(lister.AllBooks(), book);
     Table table = context.MakeTable({{"number", Column::Kind::Telephone},
                                      {"kind"},
@@ -154,7 +117,7 @@ void ExplainPerson(const CommandContext& context, const std::string& book, const
                                      {"file"},
                                      {"line", Column::Kind::Number}});
     NumberCollector numbers(lister.NumberOf(found), name, table, context.console);
-    Diagnose(context.profile, nullptr, numbers);
+    Diagnose(context.profile, {}, numbers);
     if (!numbers.HasFound()) {
         if (numbers.HasFoundGroup()) {
             throw CommandFailure("\"" + name + "\" in " + PathText(found) +
@@ -184,7 +147,7 @@ void CheckFiles(const CommandContext& context, const std::string& folder) {
                                      {"without_name", number, hide},
                                      {"guessed_charset", Column::Kind::Text, hide}});
     FileCollector files(table, context.console);
-    Diagnose(context.profile, folder.empty() ? nullptr : folder.c_str(), files);
+    Diagnose(context.profile, folder, files);
     table.Finish();
     if (table.RowCount() == 0) context.console.Note("there are no address files to check");
 }

@@ -1,17 +1,14 @@
-// faxbook profiles, faxbook profile create, faxbook profile admin. The library has no export that lists the profiles;
-// the shipped provider's file of them is read with the provider's own code.
+// faxbook profiles, faxbook profile create, faxbook profile admin. The library has no export that lists the profiles:
+// the shipped provider is asked.
 #include <algorithm>
 
 #include "client/library_session.h"
+#include "client/provider_reports.h"
 #include "client/record_text.h"
 #include "client/results.h"
 #include "commands/command_failure.h"
 #include "commands/commands.h"
 #include "mapi/result_codes.h"
-#include "platform/system/environment.h"
-#include "platform/system/files.h"
-#include "profiles/profile_name.h"
-#include "profiles/profile_store.h"
 
 namespace {
 
@@ -39,12 +36,10 @@ std::string Answer(int32_t result) {
                       : "the library could not load its provider QDXL7RA.DLL; see that it lies beside QDXL7RC.DLL";
 }
 
-std::string AdviceForCreating(const std::string& name, int32_t result) {
+std::string AdviceForCreating(int32_t result) {
     switch (result) {
-        case MAPI_E_INVALID_PARAMETER: {
-            const std::string fault = FaultOfNewName(name);
-            return fault.empty() ? "" : "; no profile can have this name: " + fault;
-        }
+        case MAPI_E_INVALID_PARAMETER:
+            return "; see what is said above of the name";
         case MAPI_E_COLLISION:
             return "; a profile of that name exists already: choose another name, or remove it with \"faxbook profile "
                    "admin\"";
@@ -63,30 +58,22 @@ std::string AdviceForCreating(const std::string& name, int32_t result) {
 namespace commands {
 
 void ListProfiles(const CommandContext& context) {
-    const ProfileStore store(ProfilesFile());
-    const std::string file = Utf8Of(store.File());
+    const ProfileListing listing = ::ListProfiles();
     Table table = context.MakeTable({{"profile"},
                                      {"service"},
                                      {"location", Column::Kind::Text, Column::WhenEmpty::Hide},
                                      {"flags"},
                                      {"for_display", Column::Kind::Text, Column::WhenEmpty::Hide}});
-    try {
-        const std::string displayProfile = store.DisplayProfile();
-        for (const Profile& profile : store.List()) {
-            const char* forDisplay = profile.name == displayProfile ? "yes" : "";
-            if (profile.services.empty()) table.AddRow({profile.name, "", "", "", forDisplay});
-            for (const ProfileService& service : profile.services) {
-                table.AddRow(
-                    {profile.name, service.name, Utf8Of(service.location), HexText(service.flags), forDisplay});
-            }
+    for (const Profile& profile : listing.profiles) {
+        const char* forDisplay = profile.isForDisplay ? "yes" : "";
+        if (profile.services.empty()) table.AddRow({profile.name, "", "", "", forDisplay});
+        for (const ProfileService& service : profile.services) {
+            table.AddRow({profile.name, service.name, service.location, HexText(service.flags), forDisplay});
         }
-    } catch (const ProfileError& error) {
-        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(error.Result()) +
-                             "; see what is said of it above");
     }
     table.Finish();
     if (table.RowCount() == 0) {
-        context.console.Note("there are no profiles in " + file + "; the default profile needs none");
+        context.console.Note("there are no profiles in " + listing.file + "; the default profile needs none");
     }
 }
 
@@ -99,7 +86,7 @@ void CreateProfile(const CommandContext& context, const std::string& name, const
         const int32_t result = library.LastResult();
         throw CommandFailure("cannot create the profile \"" + name + "\"" +
                              (services.empty() ? "" : " with " + JoinServices(services)) + ": " + Answer(result) +
-                             AdviceForCreating(name, result));
+                             AdviceForCreating(result));
     }
     // A profile with services is there when the last of them is. Of one without, opening it tells.
     if (services.empty()) {

@@ -9,10 +9,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "csv/formula_guard.h"
 #include "output/aligned_printer.h"
 #include "text/characters.h"
 #include "text/control_characters.h"
+#include "text/formula_guard.h"
 
 namespace {
 

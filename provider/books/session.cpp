@@ -8,6 +8,7 @@
 
 #include "books/card_files.h"
 #include "cards/card_identity.h"
+#include "reading_stop.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
 #include "unread.h"
@@ -116,6 +117,7 @@ void Session::ReportLeftOut(const fs::path& link, std::string_view why) {
 }
 
 void Session::AddChild(std::uint32_t node, const fs::path& path, std::vector<std::uint32_t>& children) {
+    RequireNotStopped();
     const bool inLocation = nodes_[node].role == BookNode::Role::Location;
     const BookNode::Role role = inLocation ? BookNode::Role::Book : BookNode::Role::Container;
     std::error_code error;
@@ -142,14 +144,16 @@ void Session::CountUnreadHere() {
 
 void Session::ReportUnread(const fs::path& path, std::string_view what, std::string_view advice) {
     CountUnreadHere();
-    diagnostics_.Report(path, 0, what, advice);
+    diagnostics_.Report(path, {.what = what, .advice = advice, .names = {}, .isIncomplete = true});
 }
 
 void Session::ReportUnreadable(const fs::path& path, const std::error_code& error) {
     CountUnreadHere();
-    diagnostics_.Report(path, 0, "folder cannot be read: {}",
-                        "check that it is there, that you may read it and that its path is not too long",
-                        {FromActiveCodePage(error.message())});
+    diagnostics_.Report(path,
+                        {.what = "folder cannot be read: {}",
+                         .advice = "check that it is there, that you may read it and that its path is not too long",
+                         .names = {FromActiveCodePage(error.message())},
+                         .isIncomplete = true});
 }
 
 std::vector<std::uint32_t> Session::ListBooks() {
@@ -240,6 +244,7 @@ const std::optional<BookSettings>& Session::ReadOwnSettings(std::uint32_t node) 
 }
 
 std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, CardSetContents contents) {
+    RequireNotStopped();
     CardFile& known = files_[file];
     if (!known.categoriesOf) {
         const FileStatus status = ReadFileStatus(known.path).value_or(FileStatus());

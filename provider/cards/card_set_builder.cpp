@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "reading_stop.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
 
@@ -74,6 +75,7 @@ bool CardSetBuilder::KeepAddress(std::string_view address) {
 }
 
 void CardSetBuilder::Receive(CardDraft& draft) {
+    RequireNotStopped();
     const std::string_view name = NameOf(draft);
     if (name.empty()) {
         ++set_->namelessCount_;

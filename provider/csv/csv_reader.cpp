@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "csv/formula_guard.h"
 #include "text/ascii.h"
+#include "text/formula_guard.h"
 
 namespace {
 

@@ -10,6 +10,8 @@
 #include "cards/card_draft.h"
 #include "failure.h"
 #include "platform/system/files.h"
+#include "reading_stop.h"
+#include "reports.h"
 
 namespace {
 
@@ -39,7 +41,7 @@ const char* NameOfPlace(const FaxPlaces& places, const FaxNumber& number) {
 
 class Explainer final : public CardReceiver {
   public:
-    Explainer(const std::filesystem::path& file, ContentsStyle style, VOKDiagnosisReceiver& receiver)
+    Explainer(const std::filesystem::path& file, ContentsStyle style, const VOKDiagnosisReceiver& receiver)
         : path_(Utf8Of(file)), style_(style), receiver_(receiver) {}
 
     void Receive(CardDraft& card) override;
@@ -50,12 +52,14 @@ class Explainer final : public CardReceiver {
 
     std::string path_;
     ContentsStyle style_;
-    VOKDiagnosisReceiver& receiver_;
+    const VOKDiagnosisReceiver& receiver_;
     std::vector<FaxNumberOfCard> faxNumbers_;
     std::vector<VOKTelephoneReport> telephones_;
+    std::vector<const VOKTelephoneReport*> addresses_;  // of those
 };
 
 void Explainer::Receive(CardDraft& card) {
+    RequireNotStopped();
     telephones_.clear();
     ListFaxNumbers(card, faxNumbers_);
     for (Telephone& telephone : card.telephones) {
@@ -63,7 +67,7 @@ void Explainer::Receive(CardDraft& card) {
         const bool isTooLong = telephone.number.size() > longestNumber;
         CutToTell(telephone.number, longestNumber);
         VOKTelephoneReport& report = telephones_.emplace_back();
-        report = {static_cast<ULONG>(telephone.line),
+        report = {MakeReportHead<VOKTelephoneReport>(path_.c_str(), telephone.line),
                   telephone.source.c_str(),
                   telephone.number.c_str(),
                   NameOfKind(verdict.kind),
@@ -80,9 +84,11 @@ void Explainer::Receive(CardDraft& card) {
     }
     if (!card.isGroup) PlaceNumbers(card);
     const std::string name(NameOf(card));
-    const VOKCardReport report = {path_.c_str(), static_cast<ULONG>(card.line),          name.c_str(),
-                                  card.isGroup,  static_cast<ULONG>(telephones_.size()), telephones_.data()};
-    const HRESULT answer = receiver_.OnCard(&report);
+    addresses_.clear();
+    for (const VOKTelephoneReport& telephone : telephones_) addresses_.push_back(&telephone);
+    const VOKCardReport report = {MakeReportHead<VOKCardReport>(path_.c_str(), card.line), name.c_str(), card.isGroup,
+                                  static_cast<ULONG>(addresses_.size()), addresses_.data()};
+    const HRESULT answer = receiver_.OnCard(receiver_.context, &report);
     Require(SUCCEEDED(answer), answer);
 }
 
@@ -100,7 +106,8 @@ void Explainer::PlaceNumbers(const CardDraft& card) {
 
 }  // namespace
 
-void ExplainCards(const std::filesystem::path& file, const BookSettings& settings, VOKDiagnosisReceiver& receiver) {
+void ExplainCards(const std::filesystem::path& file, const BookSettings& settings,
+                  const VOKDiagnosisReceiver& receiver) {
     Explainer explainer(file, settings.Style(), receiver);
     ReadCardFile(file, settings.charset, explainer);
 }

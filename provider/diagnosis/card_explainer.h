@@ -8,4 +8,5 @@
 
 // Reads the file once more and tells the receiver of each card. What is to be said of the file itself was said when it
 // was read for its address book. Throws Failure with the receiver's result when that is negative.
-void ExplainCards(const std::filesystem::path& file, const BookSettings& settings, VOKDiagnosisReceiver& receiver);
+void ExplainCards(const std::filesystem::path& file, const BookSettings& settings,
+                  const VOKDiagnosisReceiver& receiver);

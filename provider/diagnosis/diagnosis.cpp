@@ -5,13 +5,18 @@
 #include "books/unplaced_numbers.h"
 #include "diagnosis/card_explainer.h"
 #include "failure.h"
+#include "reading_stop.h"
+#include "reports.h"
 #include "text/charset_names.h"
 #include "text/code_pages.h"
 
 namespace {
 
-// Whether the receiver wants more of what it was told about.
-bool IsWanted(HRESULT answer) {
+// Whether the receiver wants more of what it was told about; it does where it has no function for that.
+template <typename Report>
+bool IsWanted(HRESULT(STDAPICALLTYPE* function)(void*, const Report*), void* context, const Report& report) {
+    if (function == nullptr) return true;
+    const HRESULT answer = function(context, &report);
     Require(SUCCEEDED(answer), answer);
     return answer == S_OK;
 }
@@ -31,12 +36,13 @@ struct DiagnosedBook {
 };
 
 void DiagnoseFile(Session& session, MemberFinder& finder, const DiagnosedBook& book, std::uint32_t file,
-                  VOKDiagnosisReceiver& receiver) {
+                  const VOKDiagnosisReceiver& receiver) {
     MessagePass pass(session.Messages());
     const std::shared_ptr<const CardSet> cards = session.ReadFile(file);
     const std::string path = Utf8Of(session.FilePath(file));
     VOKFileReport report = {};
-    report.path = path.c_str();
+    report.head = MakeReportHead<VOKFileReport>(path.c_str(), 0,
+                                                session.IsComplete(file) ? VOK_READ_COMPLETE : VOK_READ_INCOMPLETE);
     report.cardCount = static_cast<ULONG>(cards->Cards().size() + cards->NamelessCount());
     report.namelessCount = static_cast<ULONG>(cards->NamelessCount());
     for (std::uint32_t i = 0; i < cards->Cards().size(); ++i) {
@@ -55,28 +61,22 @@ void DiagnoseFile(Session& session, MemberFinder& finder, const DiagnosedBook& b
     if (!charset.empty()) report.guessedCharset = charset.c_str();
     pass.Finish();
     const bool isThere = session.IsComplete(file) || !cards->Cards().empty();
-    if (IsWanted(receiver.OnFile(&report)) && isThere) ExplainCards(session.FilePath(file), book.settings, receiver);
+    if (IsWanted(receiver.OnFile, receiver.context, report) && isThere && receiver.OnCard != nullptr)
+        ExplainCards(session.FilePath(file), book.settings, receiver);
 }
 
 }  // namespace
 
-void MessageForwarder::Take(const std::filesystem::path& file, size_t line, std::string_view what,
-                            std::string_view advice) {
-    const std::string path = Utf8Of(file);
-    const std::string whatText(what);
-    const std::string adviceText(advice);
-    const VOKMessageReport report = {path.c_str(), static_cast<ULONG>(line), whatText.c_str(), adviceText.c_str()};
-    receiver_.OnMessage(&report);
-}
-
-void Diagnose(Session& session, VOKDiagnosisReceiver& receiver) {
+void Diagnose(Session& session, const VOKDiagnosisReceiver& receiver) {
+    const StoppableReading reading;
     MemberFinder finder(session);
     for (const std::uint32_t node : session.ListAllBooks()) {
         const BookNode& book = *session.FindNode(node);
         const std::string name = FromActiveCodePage(book.name);
         const ULONG parent = book.role == BookNode::Role::Book ? node : book.parent;
-        const VOKBookReport report = {node, parent, name.c_str()};
-        if (!IsWanted(receiver.OnBook(&report))) continue;
+        const std::string path = Utf8Of(book.path);
+        const VOKBookReport report = {MakeReportHead<VOKBookReport>(path.c_str()), node, parent, name.c_str()};
+        if (!IsWanted(receiver.OnBook, receiver.context, report)) continue;
         const BookSettings settings = session.ReadSettings(node);
         for (const std::uint32_t file : session.ListFiles(node, settings))
             DiagnoseFile(session, finder, {node, settings}, file, receiver);

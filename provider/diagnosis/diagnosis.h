@@ -4,15 +4,19 @@
 #include "books/session.h"
 #include "qdxl7ra.h"
 
-// A session's messages on their way to the receiver, which must outlive it.
+// Messages on their way to a program's receiver.
 class MessageForwarder final : public DiagnosticsSink {
   public:
-    explicit MessageForwarder(VOKDiagnosisReceiver& receiver) : receiver_(receiver) {}
-    void Take(const std::filesystem::path& file, size_t line, std::string_view what, std::string_view advice) override;
+    // The function may be null.
+    MessageForwarder(VOKMessageFunction* function, void* context) : function_(function), context_(context) {}
+    void Take(const VOKMessageReport& message) override {
+        if (function_ != nullptr) function_(context_, &message);
+    }
 
   private:
-    VOKDiagnosisReceiver& receiver_;
+    VOKMessageFunction* function_;
+    void* context_;
 };
 
 // Throws Failure with the receiver's result when that is negative.
-void Diagnose(Session& session, VOKDiagnosisReceiver& receiver);
+void Diagnose(Session& session, const VOKDiagnosisReceiver& receiver);

@@ -3,6 +3,7 @@
 #include "mapi_objects/destination.h"
 #include "mapi_objects/entries.h"
 #include "mapi_objects/table.h"
+#include "reading_stop.h"
 
 namespace {
 
@@ -37,6 +38,7 @@ class DistributionList final : public PropertyObject<UnsupportedContainer> {
             Require(table != nullptr);
             *table = nullptr;
             RequireNarrowText(flags);
+            const StoppableReading reading;
             const std::optional<FoundEntry> group =
                 FindGroupAnew(*opened_.session, opened_.entry.id, opened_.Cards()->Text(opened_.entry.card.Get().name));
             Require(group.has_value(), MAPI_E_NOT_FOUND);

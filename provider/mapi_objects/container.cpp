@@ -2,6 +2,7 @@
 #include "mapi_objects/destination.h"
 #include "mapi_objects/entries.h"
 #include "mapi_objects/table.h"
+#include "reading_stop.h"
 
 namespace {
 
@@ -74,6 +75,7 @@ class Container : public PropertyObject<UnsupportedContainer> {
             *table = nullptr;
             RequireNarrowText(flags);
             Require((flags & CONVENIENT_DEPTH) == 0, MAPI_E_NO_SUPPORT);
+            const StoppableReading reading;
             *table = MakeTable(std::make_unique<HierarchyRows>(session_, ListContainers()));
             return S_OK;
         });
@@ -101,6 +103,7 @@ class BookContainer final : public Container {
             Require(table != nullptr);
             *table = nullptr;
             RequireNarrowText(flags);
+            const StoppableReading reading;
             *table = MakeTable(ContentsOfContainer(GetSession(), node_));
             return static_cast<HRESULT>(GetSession()->FindNode(node_)->settings.Style());
         });

@@ -4,6 +4,7 @@
 #include "mapi_objects/counted_object.h"
 #include "mapi_objects/memory.h"
 #include "mapi_objects/recipients.h"
+#include "reading_stop.h"
 
 namespace {
 
@@ -35,6 +36,7 @@ class Support final : public CountedObject<SessionSupport> {
     HRESULT STDMETHODCALLTYPE Reserved9() override { return MAPI_E_NO_SUPPORT; }
     HRESULT STDMETHODCALLTYPE ExpandRecipients(ULONG, ADRLIST** addressList) override {
         return Guarded([&] {
+            const StoppableReading reading;
             ::ExpandRecipients(*session_, addressList);
             return S_OK;
         });

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <unordered_set>
 
-#include "diagnostics.h"
 #include "platform/system/file_lock.h"
 #include "platform/system/files.h"
 #include "profiles/profile_name.h"
@@ -18,11 +17,6 @@ namespace {
 constexpr std::string_view sectionStart = "profile ";
 constexpr std::string_view cannotRead = "profiles cannot be read", cannotWrite = "profiles cannot be written";
 constexpr std::string_view newFileHead = "# Profiles of the fax address books. Text is UTF-8.\n\n";
-
-[[noreturn]] void RefuseFile(const std::filesystem::path& file, size_t line, std::string_view what) {
-    Diagnostics().Report(file, line, what, "correct the line; the file was left as it is");
-    throw ProfileError(ProfileError::Reason::UnreadableLines);
-}
 
 std::optional<std::uint32_t> ReadFlags(std::string_view text) {
     const bool isHex = StartsWithIgnoringCase(text, "0x");
@@ -105,14 +99,20 @@ struct ProfileStore::Contents {
     }
 };
 
+void ProfileStore::RefuseLine(size_t line, std::string_view what) const {
+    Diagnostics(sink_).Report(file_, line, what, "correct the line; the file was left as it is");
+    throw ProfileError(ProfileError::Reason::UnreadableLines);
+}
+
 void ProfileStore::Refuse(std::string_view failure, const FileProblem& problem) const {
-    Diagnostics().Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
+    Diagnostics(sink_).Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
     throw ProfileError(ProfileError::Reason::NoAccess);
 }
 
 SettingsFile ProfileStore::ReadFile(const std::filesystem::path& path, std::string_view failure) const {
     if (path.empty()) {
-        Diagnostics().Report("profiles.ini", 0, "no place for profiles is known", "set FAXBOOK_PROFILES to a file");
+        Diagnostics(sink_).Report("profiles.ini", 0, "no place for profiles is known",
+                                  "set FAXBOOK_PROFILES to a file");
         throw ProfileError(ProfileError::Reason::NoAccess);
     }
     SettingsFile file = ReadSettingsFile(path);
@@ -127,15 +127,15 @@ ProfileStore::Contents ProfileStore::ReadContents(const SettingsFile& file) cons
         return contents;
     }
     std::unordered_set<std::string_view> names;
-    if (!IsUtf8(file.bytes)) RefuseFile(file_, 0, "text is not UTF-8");
+    if (!IsUtf8(file.bytes)) RefuseLine(0, "text is not UTF-8");
     for (const IniLine& line : ReadIniLines(WithoutUtf8Mark(file.bytes))) {
-        if (line.kind == IniLine::Kind::Unreadable) RefuseFile(file_, line.number, "neither a setting nor a section");
+        if (line.kind == IniLine::Kind::Unreadable) RefuseLine(line.number, "neither a setting nor a section");
         if (line.kind == IniLine::Kind::Section) {
             if (!StartsWithIgnoringCase(line.name, sectionStart))
-                RefuseFile(file_, line.number, "unknown section; [profile NAME] is known");
+                RefuseLine(line.number, "unknown section; [profile NAME] is known");
             const std::string_view name = Trimmed(line.name.substr(sectionStart.size()));
             if (name.empty() || !names.insert(name).second)
-                RefuseFile(file_, line.number, "profile without a name or with the name of another");
+                RefuseLine(line.number, "profile without a name or with the name of another");
             contents.sections.push_back({{std::string(name), {}}, std::string(line.raw), {}});
             continue;
         }
@@ -145,7 +145,7 @@ ProfileStore::Contents ProfileStore::ReadContents(const SettingsFile& file) cons
             else if (EqualsIgnoringCase(line.name, "display"))
                 contents.display = line.value;
             else
-                RefuseFile(file_, line.number, "unknown setting; before the first profile only display is known");
+                RefuseLine(line.number, "unknown setting; before the first profile only display is known");
             continue;
         }
         Section& section = contents.sections.back();
@@ -156,13 +156,13 @@ ProfileStore::Contents ProfileStore::ReadContents(const SettingsFile& file) cons
         if (EqualsIgnoringCase(line.name, "service"))
             services.push_back({std::string(line.value), {}, 0});
         else if (services.empty())
-            RefuseFile(file_, line.number, "setting before the first service of its profile");
+            RefuseLine(line.number, "setting before the first service of its profile");
         else if (EqualsIgnoringCase(line.name, "location"))
             services.back().location = PathOfUtf8(line.value);
         else if (EqualsIgnoringCase(line.name, "flags") && flags)
             services.back().flags = *flags;
         else
-            RefuseFile(file_, line.number, "unknown setting; known are: service, location, flags (a number)");
+            RefuseLine(line.number, "unknown setting; known are: service, location, flags (a number)");
     }
     return contents;
 }
@@ -172,10 +172,12 @@ ProfileStore::Contents ProfileStore::Read() const {
     return ReadContents(ReadFile(file_, cannotRead));
 }
 
-std::vector<Profile> ProfileStore::List() const {
-    std::vector<Profile> profiles;
-    for (Section& section : Read().sections) profiles.push_back(std::move(section.profile));
-    return profiles;
+ProfileStore::Listing ProfileStore::ListAll() const {
+    Contents contents = Read();
+    Listing listing = {{}, std::move(contents.display)};
+    listing.profiles.reserve(contents.sections.size());
+    for (Section& section : contents.sections) listing.profiles.push_back(std::move(section.profile));
+    return listing;
 }
 
 std::optional<Profile> ProfileStore::Find(std::string_view name) const {
@@ -183,10 +185,6 @@ std::optional<Profile> ProfileStore::Find(std::string_view name) const {
     const auto found = contents.Find(name);
     if (found == contents.sections.end()) return std::nullopt;
     return std::move(found->profile);
-}
-
-std::string ProfileStore::DisplayProfile() const {
-    return Read().display;
 }
 
 template <typename Function>
@@ -214,8 +212,8 @@ void ProfileStore::Change(Function&& change, Purpose purpose) {
         if (outcome == SettingsFileReplacement::Outcome::Done) return;
         if (outcome == SettingsFileReplacement::Outcome::Failed) Refuse(cannotWrite, replacement.Problem());
     }
-    Diagnostics().Report(file_, 0, "profiles are being changed by another program",
-                         "wait until it has done so, or end it");
+    Diagnostics(sink_).Report(file_, 0, "profiles are being changed by another program",
+                              "wait until it has done so, or end it");
     throw ProfileError(ProfileError::Reason::NoAccess);
 }
 

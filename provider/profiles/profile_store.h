@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include "diagnostics.h"
 #include "platform/system/settings_file.h"
 #include "profiles/profile_error.h"
 
@@ -37,13 +38,21 @@ struct Profile {
 // UnreadableLines, NoAccess, and what is said below. Then the file is as it was, and why is in the diagnostics.
 class ProfileStore {
   public:
-    explicit ProfileStore(std::filesystem::path file) : file_(std::move(file)) {}
+    // Messages go to the sink, if any.
+    explicit ProfileStore(std::filesystem::path file, DiagnosticsSink* sink = nullptr)
+        : file_(std::move(file)), sink_(sink) {}
     const std::filesystem::path& File() const { return file_; }
 
-    std::vector<Profile> List() const;
+    struct Listing {
+        std::vector<Profile> profiles;
+        std::string
+            display;  // the profile that the user chose for displaying the address book; empty when none is chosen
+    };
+    // In one reading of the file.
+    Listing ListAll() const;
+    std::vector<Profile> List() const { return ListAll().profiles; }
     std::optional<Profile> Find(std::string_view name) const;
-    // The profile that the user chose for displaying the address book; empty when none is chosen.
-    std::string DisplayProfile() const;
+    std::string DisplayProfile() const { return ListAll().display; }
 
     // A profile with its services is one change. NameTaken, BadName; these two of Copy, too.
     void Create(const Profile& profile);
@@ -61,6 +70,7 @@ class ProfileStore {
   private:
     struct Section;
     struct Contents;
+    [[noreturn]] void RefuseLine(size_t line, std::string_view what) const;
     enum class Purpose { Change, Rehearsal };
     // `failure` is what a user is told that cannot be done, if it cannot.
     SettingsFile ReadFile(const std::filesystem::path& path, std::string_view failure) const;
@@ -73,4 +83,5 @@ class ProfileStore {
     [[noreturn]] void Refuse(std::string_view failure, const FileProblem& problem) const;
 
     std::filesystem::path file_;
+    DiagnosticsSink* sink_;
 };

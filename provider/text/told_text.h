@@ -43,7 +43,8 @@ struct Message {
     size_t line = 0;  // 0: the file as a whole
     std::string_view what;
     std::string_view advice;
-    MessageNames names;
+    MessageNames names = {};
+    bool isIncomplete = false;  // something that was to be read is missing for it
 };
 
 // The words as they are told: the names cut, and an ellipsis for one that is not there.

@@ -1,6 +1,8 @@
 // VOKDiagnose, called as a program calls it.
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "card_text.h"
 #include "mapi/result_codes.h"
 #include "provider_client.h"
@@ -8,31 +10,41 @@
 namespace {
 
 // Writes down what it is told, and answers as the test wants.
-struct Receiver final : VOKDiagnosisReceiver {
-    HRESULT STDMETHODCALLTYPE OnBook(const VOKBookReport* book) override {
-        text += std::string(book->parent == book->number ? "book " : "container ") + book->name + "\n";
-        return bookAnswer;
+struct Receiver {
+    static HRESULT STDAPICALLTYPE OnBook(void* context, const VOKBookReport* book) {
+        Receiver& self = *static_cast<Receiver*>(context);
+        self.text += std::string(book->parent == book->number ? "book " : "container ") + book->name + "\n";
+        EXPECT_EQ(book->head.size, sizeof *book);
+        return self.bookAnswer;
     }
-    HRESULT STDMETHODCALLTYPE OnFile(const VOKFileReport* file) override {
-        text += "file";
+    static HRESULT STDAPICALLTYPE OnFile(void* context, const VOKFileReport* file) {
+        Receiver& self = *static_cast<Receiver*>(context);
+        self.text += file->head.status == VOK_READ_COMPLETE ? "file" : "part of file";
         for (const ULONG count :
              {file->cardCount, file->personCount, file->groupCount, file->businessCount, file->homeCount,
               file->otherCount, file->primaryCount, file->unplacedCount, file->missingMemberCount, file->namelessCount})
-            text += " " + std::to_string(count);
-        text += std::string(" ") + (file->guessedCharset == nullptr ? "-" : file->guessedCharset) + "\n";
-        return fileAnswer;
+            self.text += " " + std::to_string(count);
+        self.text += std::string(" ") + (file->guessedCharset == nullptr ? "-" : file->guessedCharset) + "\n";
+        return self.fileAnswer;
     }
-    HRESULT STDMETHODCALLTYPE OnCard(const VOKCardReport* card) override {
-        text += std::to_string(card->line) + " " + (card->isGroup != 0 ? "group " : "person ") + card->name + "\n";
+    static HRESULT STDAPICALLTYPE OnCard(void* context, const VOKCardReport* card) {
+        Receiver& self = *static_cast<Receiver*>(context);
+        self.text +=
+            std::to_string(card->head.line) + " " + (card->isGroup != 0 ? "group " : "person ") + card->name + "\n";
         for (ULONG i = 0; i < card->telephoneCount; ++i) {
-            const VOKTelephoneReport& telephone = card->telephones[i];
-            text += "  " + std::to_string(telephone.line) + " " + telephone.source + " " + telephone.number + " [" +
-                    telephone.kind + "] [" + telephone.place + "] " + telephone.rule + "\n";
+            const VOKTelephoneReport& telephone = *card->telephones[i];
+            self.text += "  " + std::to_string(telephone.head.line) + " " + telephone.source + " " + telephone.number +
+                         " [" + telephone.kind + "] [" + telephone.place + "] " + telephone.rule + "\n";
         }
-        return cardAnswer;
+        return self.cardAnswer;
     }
-    void STDMETHODCALLTYPE OnMessage(const VOKMessageReport* message) override {
-        messages += std::to_string(message->line) + ": " + message->what + "\n";
+    static void STDAPICALLTYPE OnMessage(void* context, const VOKMessageReport* message) {
+        static_cast<Receiver*>(context)->messages += std::to_string(message->head.line) + ": " + message->what + "\n";
+    }
+
+    HRESULT Diagnose(const ProviderLibrary& library, const char* profile = nullptr, const char* location = nullptr) {
+        const VOKDiagnosisReceiver receiver = {sizeof receiver, this, OnBook, OnFile, OnCard, OnMessage};
+        return library.Diagnose(profile, location, &receiver);
     }
 
     HRESULT bookAnswer = S_OK;
@@ -51,7 +63,7 @@ TEST(Diagnosis, TellsOfEveryNumberAndWhy) {
                                      CardOf({"NOTE:nobody"}) + CardOf({"KIND:group", "FN:G", "MEMBER:gone"}, "4.0"));
     const ProviderLibrary library;
     Receiver receiver;
-    ASSERT_EQ(library.Diagnose(nullptr, nullptr, &receiver), S_OK);
+    ASSERT_EQ(receiver.Diagnose(library), S_OK);
     EXPECT_EQ(
         receiver.text,
         "book Book\n"
@@ -80,7 +92,7 @@ TEST(Diagnosis, TellsOfEveryNumberAndWhy) {
     EXPECT_EQ(contacts.Diagnostics(), "");
     contacts.Write("Book/addressbook.ini", "style = fax-entries\n");
     Receiver again;
-    ASSERT_EQ(library.Diagnose("", nullptr, &again), S_OK);
+    ASSERT_EQ(again.Diagnose(library, "", nullptr), S_OK);
     EXPECT_NE(again.text.find("4 [primary] [entry] primary"), std::string::npos) << again.text;
 }
 
@@ -91,23 +103,89 @@ TEST(Diagnosis, ReadsWhatItIsAskedFor) {
     const ProviderLibrary library;
     Receiver passer;
     passer.bookAnswer = S_FALSE;
-    EXPECT_EQ(library.Diagnose(nullptr, nullptr, &passer), S_OK);
+    EXPECT_EQ(passer.Diagnose(library), S_OK);
     EXPECT_EQ(passer.text, "book a\nbook b\n");
     const std::u8string file = (contacts.Contacts() / "a.vcf").u8string();
     Receiver one;
     one.fileAnswer = S_FALSE;
-    EXPECT_EQ(library.Diagnose("no such profile", std::string(file.begin(), file.end()).c_str(), &one), S_OK);
+    EXPECT_EQ(one.Diagnose(library, "no such profile", std::string(file.begin(), file.end()).c_str()), S_OK);
     EXPECT_EQ(one.text, "book a\nfile 1 1 0 0 0 0 0 0 0 0 windows-1252\n");
     // Failures of the receiver come back to it, and end the reading.
     for (HRESULT Receiver::*const answer : {&Receiver::bookAnswer, &Receiver::fileAnswer, &Receiver::cardAnswer}) {
         Receiver failing;
         failing.*answer = MAPI_E_NOT_FOUND;
-        EXPECT_EQ(library.Diagnose(nullptr, nullptr, &failing), MAPI_E_NOT_FOUND);
+        EXPECT_EQ(failing.Diagnose(library), MAPI_E_NOT_FOUND);
         EXPECT_EQ(failing.text.find("book b"), std::string::npos);
     }
     EXPECT_EQ(library.Diagnose(nullptr, nullptr, nullptr), MAPI_E_INVALID_PARAMETER);
     Receiver none;
-    EXPECT_EQ(library.Diagnose("no such profile", nullptr, &none), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(none.Diagnose(library, "no such profile"), MAPI_E_NOT_FOUND);
+}
+
+// Of a program that was built when a receiver ended earlier, and of one that wants to hear less.
+TEST(Diagnosis, TellsNoMoreThanAReceiverHasFunctionsFor) {
+    ContactsFolderForTest contacts;
+    contacts.Write("Book/a.vcf", CardOf({"FN:Ann", "TEL;TYPE=FAX:1"}) + CardOf({"NOTE:nobody"}));
+    const ProviderLibrary library;
+    Receiver older;
+    VOKDiagnosisReceiver receiver = {offsetof(VOKDiagnosisReceiver, OnCard),
+                                     &older,
+                                     nullptr,
+                                     Receiver::OnFile,
+                                     Receiver::OnCard,
+                                     Receiver::OnMessage};
+    EXPECT_EQ(library.Diagnose(nullptr, nullptr, &receiver), S_OK);
+    EXPECT_EQ(older.text, "file 2 1 0 0 0 0 1 0 0 1 -\n");
+    EXPECT_EQ(older.messages, "");
+    receiver.size = 3;
+    EXPECT_EQ(library.Diagnose(nullptr, nullptr, &receiver), MAPI_E_INVALID_PARAMETER);
+}
+
+// A program with windows shows what nobody asked for in a call.
+TEST(Messages, GoToTheProgramThatTakesThem) {
+    ContactsFolderForTest contacts;
+    contacts.Write("Book/a.vcf", CardOf({"NOTE:nobody"}) + CardOf({"FN:Ann"}));
+    const std::string told = "1: card without name, organisation, e-mail address or number\n";
+    Caller caller;
+    Receiver program;
+    const VOKMessageReceiver receiver = {sizeof receiver, &program, Receiver::OnMessage};
+    EXPECT_EQ(caller.Library().SetMessageReceiver(&receiver), S_OK);
+    caller.ListBook();
+    EXPECT_EQ(program.messages, told);
+    EXPECT_NE(contacts.Diagnostics().find("card without name"), std::string::npos);
+    EXPECT_EQ(caller.Library().SetMessageReceiver(nullptr), S_OK);
+    contacts.Write("Book/b.vcf", CardOf({"NOTE:nobody"}));
+    caller.ListBook();
+    EXPECT_EQ(program.messages, told);
+    EXPECT_NE(contacts.Diagnostics().find("b.vcf:1: card without name"), std::string::npos);
+}
+
+// Whoever waits in front of a window presses Cancel while a card is told.
+TEST(Reading, EndsWhenItIsStoppedAndNotAfterwards) {
+    ContactsFolderForTest contacts;
+    std::string cards;
+    for (int i = 0; i < 1000; ++i) cards += CardOf({"NOTE:nobody"}) + CardOf({"FN:Person " + std::to_string(i)});
+    contacts.Write("Book/a.vcf", cards);
+    Caller caller;
+    struct Stopper {
+        static void STDAPICALLTYPE OnMessage(void* context, const VOKMessageReport*) {
+            const auto& self = *static_cast<Stopper*>(context);
+            std::thread([&] { self.library.StopReading(); }).join();
+        }
+        ProviderLibrary& library;
+    } stopper = {caller.Library()};
+    caller.Library().StopReading();
+    const std::string book = caller.BookId();
+    const VOKMessageReceiver receiver = {sizeof receiver, &stopper, Stopper::OnMessage};
+    caller.Library().SetMessageReceiver(&receiver);
+    try {
+        caller.ListContents(book);
+        ADD_FAILURE() << "it was not stopped";
+    } catch (const CallFailed& failed) {
+        EXPECT_EQ(failed.result, MAPI_E_USER_CANCEL);
+    }
+    caller.Library().SetMessageReceiver(nullptr);
+    EXPECT_EQ(caller.ListContents(book).size(), 1000U);
 }
 
 }  // namespace

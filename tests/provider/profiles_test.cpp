@@ -258,4 +258,39 @@ TEST_F(ProfilesTest, QuestionsAndAnswers) {
     }
 }
 
+std::string TellProfiles(const ProviderLibrary& library, HRESULT expected) {
+    std::string told;
+    VOKProfileReceiver receiver = {sizeof receiver, &told, nullptr, nullptr, nullptr};
+    receiver.OnProfilesFile = [](void* context, const char* path) {
+        *static_cast<std::string*>(context) += std::filesystem::path(path).filename().string() + "|";
+    };
+    receiver.OnProfile = [](void* context, const VOKProfileReport* profile) -> HRESULT {
+        std::string& text = *static_cast<std::string*>(context);
+        text += std::string(profile->name) + (profile->isForDisplay != 0 ? "*" : "");
+        for (ULONG i = 0; i < profile->serviceCount; ++i)
+            text += std::string(" ") + profile->services[i]->name + "=" + profile->services[i]->location;
+        text += "|";
+        return std::string_view(profile->name) == "End" ? MAPI_E_BUSY : S_OK;
+    };
+    receiver.OnMessage = [](void* context, const VOKMessageReport* message) {
+        *static_cast<std::string*>(context) += std::to_string(message->head.line) + ": " + message->what;
+    };
+    EXPECT_EQ(library.ListProfiles(&receiver), expected);
+    return told;
+}
+
+TEST(Profiles, AreToldToPrograms) {
+    ContactsFolderForTest contacts;
+    const ProviderLibrary library;
+    EXPECT_EQ(TellProfiles(library, S_OK), "profiles.ini|");
+    std::ofstream(contacts.Profiles()) << "display = B\n[profile A]\n[profile B]\nservice = VCARD\nlocation = /x\n"
+                                          "service = VCARD\n";
+    EXPECT_EQ(TellProfiles(library, S_OK), "profiles.ini|A|B* VCARD=/x VCARD=|");
+    std::ofstream(contacts.Profiles()) << "[profile End]\n[profile Z]\n";
+    EXPECT_EQ(TellProfiles(library, MAPI_E_BUSY), "profiles.ini|End|");
+    std::ofstream(contacts.Profiles()) << "[profile A]\nnonsense\n";
+    EXPECT_EQ(TellProfiles(library, MAPI_E_CORRUPT_DATA), "profiles.ini|2: neither a setting nor a section");
+    EXPECT_EQ(library.ListProfiles(nullptr), MAPI_E_INVALID_PARAMETER);
+}
+
 }  // namespace

@@ -66,6 +66,9 @@ ProviderLibrary::ProviderLibrary()
     SetResourceDllHandle = Resolve<SetResourceDllHandleFunction>(module_, "SetResourceDllHandle");
     Diagnose = Resolve<VOKDiagnoseFunction>(module_, "VOKDiagnose");
     CountUnread = Resolve<VOKCountUnreadFunction>(module_, "VOKCountUnread");
+    ListProfiles = Resolve<VOKListProfilesFunction>(module_, "VOKListProfiles");
+    SetMessageReceiver = Resolve<VOKSetMessageReceiverFunction>(module_, "VOKSetMessageReceiver");
+    StopReading = Resolve<VOKStopReadingFunction>(module_, "VOKStopReading");
 }
 
 ProviderLibrary::~ProviderLibrary() {

@@ -35,6 +35,9 @@ class ProviderLibrary {
     SetResourceDllHandleFunction* SetResourceDllHandle;
     VOKDiagnoseFunction* Diagnose;
     VOKCountUnreadFunction* CountUnread;
+    VOKListProfilesFunction* ListProfiles;
+    VOKSetMessageReceiverFunction* SetMessageReceiver;
+    VOKStopReadingFunction* StopReading;
 
   private:
     HMODULE module_;

@@ -8,13 +8,13 @@
 #include <set>
 
 #include "client/books.h"
+#include "client/client_error.h"
 #include "client/library_session.h"
+#include "client/provider_reports.h"
 #include "client/record_text.h"
 #include "help/completion/bash_line.h"
 #include "help/completion/scripts.h"
 #include "help/shown_commands.h"
-#include "platform/system/environment.h"
-#include "profiles/profile_store.h"
 #include "text/characters.h"
 
 namespace {
@@ -88,13 +88,16 @@ Place FindPlace(const CLI::App& app, const std::vector<std::string>& wordsBefore
     return place;
 }
 
-// None when the file of the profiles is damaged: "faxbook profiles" says so.
-std::vector<std::string> ProfileNames() try {
+// None when they cannot be listed: "faxbook profiles" says why.
+std::vector<std::string> ProfileNames() {
     std::vector<std::string> names;
-    for (const Profile& profile : ProfileStore(ProfilesFile()).List()) names.push_back(profile.name);
+    try {
+        for (const Profile& profile : ListProfiles([](const VOKMessageReport&) {}).profiles)
+            names.push_back(profile.name);
+    } catch (const ClientError&) {
+        names.clear();
+    }
     return names;
-} catch (const ProfileError&) {
-    return {};
 }
 
 // The paths of the books, or the names of the persons or of the groups in the book that was named before.

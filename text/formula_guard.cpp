@@ -1,6 +1,6 @@
 // A cell is looked at in parts, each up to a semicolon or line break. A part gets its guard also where it has one
 // already: so reading, which takes one away, gives back what was written, whatever that was.
-#include "csv/formula_guard.h"
+#include "text/formula_guard.h"
 
 #include <algorithm>
 #include <iterator>
