@@ -4,7 +4,7 @@
 
 #include "command_failure.h"
 #include "commands.h"
-#include "objects/guard.h"
+#include "mapi/result_codes.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "profiles/profile_name.h"
@@ -41,17 +41,17 @@ std::string Answer(int32_t result) {
 
 std::string AdviceForCreating(const std::string& name, int32_t result) {
     switch (result) {
-        case resultInvalidParameter: {
+        case MAPI_E_INVALID_PARAMETER: {
             const std::string fault = FaultOfNewName(name);
             return fault.empty() ? "" : "; no profile can have this name: " + fault;
         }
-        case resultCollision:
+        case MAPI_E_COLLISION:
             return "; a profile of that name exists already: choose another name, or remove it with \"faxbook profile "
                    "admin\"";
-        case resultNotFound:
+        case MAPI_E_NOT_FOUND:
             return "; check the names of the services (the provider that ships with the library has VCARD); the "
                    "profile itself may have been created";
-        case resultNoAccess:
+        case MAPI_E_NO_ACCESS:
             return "; nothing was changed: see what is said above of the file of the profiles";
         default:
             return "";
@@ -80,8 +80,8 @@ void ListProfiles(const CommandContext& context) {
                     {profile.name, service.name, Utf8Of(service.location), HexText(service.flags), forDisplay});
             }
         }
-    } catch (const Failure& failure) {
-        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(failure.result) +
+    } catch (const ProfileError& error) {
+        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(error.Result()) +
                              "; see what is said of it above");
     }
     table.Finish();
@@ -119,9 +119,9 @@ void AdministerProfiles(const CommandContext& context) {
     if (!shown) {
         throw CommandFailure(
             "cannot show the profile administration: " + Answer(result) +
-            (result == resultNoSupport ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
+            (result == MAPI_E_NO_SUPPORT ? "; it needs a window or, where there are none, a terminal to ask on" : ""));
     }
-    if (result == resultUserCancel) context.console.Note("cancelled");
+    if (result == MAPI_E_USER_CANCEL) context.console.Note("cancelled");
 }
 
 }  // namespace commands

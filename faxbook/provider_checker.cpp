@@ -5,11 +5,11 @@
 #include <cstring>
 #include <set>
 
-#include "model/contents_columns.h"
+#include "mapi/group_recipient_tags.h"
+#include "model/contents_row.h"
 #include "model/fax_kinds.h"
 #include "provider/table_cursor.h"
-#include "queries/group_recipient_tags.h"
-#include "queries/hierarchy_columns.h"
+#include "queries/hierarchy_row.h"
 #include "results.h"
 #include "text.h"
 

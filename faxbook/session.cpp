@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "command_failure.h"
+#include "mapi/result_codes.h"
 #include "results.h"
 #include "text.h"
 
@@ -16,10 +17,10 @@ std::string ProfileText(std::string_view profile) {
 
 std::string AdviceForOpening(std::string_view profile, int32_t result) {
     switch (result) {
-        case resultNotFound:
+        case MAPI_E_NOT_FOUND:
             return "see \"faxbook profiles\" for the profiles there are, or create it with \"faxbook profile create " +
                    std::string(profile) + "\"";
-        case resultCallFailed:
+        case MAPI_E_CALL_FAILED:
             return "see that QDXL7RA.DLL lies beside QDXL7RC.DLL and belongs to it";
         default:
             return "see what the provider said above, and try \"faxbook profile admin\"";

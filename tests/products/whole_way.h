@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <span>
 
-#include "provider/entry_points.h"
 #include "qdxl7ra.h"
 #include "qdxl7rc.h"
 

@@ -1,9 +1,0 @@
-// The second object of a session: memory, and the expansion of groups.
-#pragma once
-
-#include <memory>
-
-#include "books/session.h"
-#include "provider/entry_points.h"
-
-SessionSupport* MakeSessionSupport(std::shared_ptr<Session> session);
