@@ -10,7 +10,9 @@ void WriteFile(const fs::path& file, const std::string& text) {
     std::ofstream(file, std::ios::binary) << text;
 }
 
-void WriteBook(const fs::path& folder, const std::string& fileName, const std::string& text) {
+// A blank line before it is longer than the reader's first buffer: all sizes go through the second.
+void WriteBook(const fs::path& folder, const std::string& fileName, const std::string& content) {
+    const std::string text = std::string(20'000, ' ') + "\r\n" + content;
     WriteFile(folder / entriesFolder / "Book" / fileName, text);
     WriteFile(folder / entriesFolder / "Book" / "addressbook.ini", "style = fax-entries\ncategories = groups\n");
     WriteFile(folder / plainFolder / "Book" / fileName, text);
