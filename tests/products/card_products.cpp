@@ -210,10 +210,6 @@ void AddCardProducts(Products& products) {
         AddPairs(part, products);
         AddCardsWith(part, products);
     }
-    for (const std::vector<Part>& parts : longParts) {
-        for (const Part& part : parts) {
-            AddCardsWith(part, products);
-            AddManyOf(part, products);
-        }
-    }
+    for (const std::vector<Part>& parts : longParts)
+        for (const Part& part : parts) AddManyOf(part, products);
 }

@@ -24,16 +24,14 @@ void WriteFiles(const fs::path& folder, size_t bytes, const std::function<std::s
     for (size_t i = 0; i < bytes / bytesPerFile; ++i) WriteFile(folder / Numbered("f", i, ".vcf"), textOf(i));
 }
 
-// Folders in folders, as deep as the system's paths allow, and as many of them beside each other as the size asks for.
+// Folders in folders, and as many of these beside each other as the size asks for.
 void WriteDeepFolders(const fs::path& contacts, size_t bytes, const std::string& settings) {
     constexpr size_t depth = 16;
-    for (size_t book = 0; book * depth < bytes / bytesPerFile; ++book) {
-        fs::path folder = contacts / Numbered("b", book, "");
-        for (size_t level = 0; level < depth; ++level) {
-            WriteFile(folder / "a.vcf", Card("FN:A\r\nTEL;TYPE=FAX:1\r\n"));
-            if (!settings.empty()) WriteFile(folder / "addressbook.ini", settings);
-            folder /= "d";
-        }
+    fs::path folder;
+    for (size_t i = 0; i < bytes / bytesPerFile; ++i, folder /= "d") {
+        if (i % depth == 0) folder = contacts / Numbered("b", i / depth, "");
+        WriteFile(folder / "a.vcf", Card("FN:A\r\nTEL;TYPE=FAX:1\r\n"));
+        if (!settings.empty()) WriteFile(folder / "addressbook.ini", settings);
     }
 }
 
