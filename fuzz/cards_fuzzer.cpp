@@ -30,7 +30,7 @@ constexpr char goodCard[] =
 
 void CheckGoodCardBehind(std::string text, const ReadingChoice& choice) {
     // In UTF-16 the card's bytes would be other letters.
-    if (Utf8FromUtf16(text.substr(0, 4) + "\r\n")) return;
+    if (Utf8FromUtf16Bytes(text.substr(0, 4) + "\r\n")) return;
     text += goodCard;
     const std::shared_ptr<const CardSet> cards = Read(text, choice);
     Promise(!cards->Cards().empty(), "a good card behind any text is read");

@@ -6,7 +6,7 @@
 #include "mapi_objects/entries.h"
 #include "mapi_objects/memory.h"
 #include "mapi_objects/session_support.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/administration_objects.h"
 #include "profiles/profile_name.h"
 #include "profiles/resource_module.h"

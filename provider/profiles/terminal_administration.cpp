@@ -3,7 +3,7 @@
 
 #include "diagnostics.h"
 #include "mapi/mapi_types.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/administration.h"
 
 HRESULT ShowProfileAdministration(HWND, const char*, ProfileStore& store) {
