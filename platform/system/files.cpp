@@ -120,8 +120,10 @@ std::optional<FileStatus> ReadFileStatus(const fs::path& path) {
 }
 
 std::optional<std::string> ReadWholeFile(const fs::path& path) {
+    // More than anybody writes by hand; a file may claim any size.
+    constexpr std::uint64_t mostBytes = std::uint64_t{16} << 20;
     InputFile file(path);
-    if (!file.IsOpen()) return std::nullopt;
+    if (!file.IsOpen() || file.Size() > mostBytes) return std::nullopt;
     std::string bytes(std::istreambuf_iterator<char>(&file), {});
     if (file.Error()) return std::nullopt;
     return bytes;

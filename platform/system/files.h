@@ -32,7 +32,7 @@ std::optional<FileStatus> ReadFileStatus(const std::filesystem::path& path);
 // Nothing has that name, not even a link that leads nowhere. False where that cannot be told.
 bool IsNothingThere(const std::filesystem::path& path);
 
-// The bytes of a small file, or nothing when it is no file or cannot be read.
+// The bytes of a small file, or nothing when it is no file, is not small or cannot be read.
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
 
 // For messages and names.

@@ -67,7 +67,8 @@ std::optional<BookSettings> ReadBookSettings(const std::filesystem::path& file, 
     if (IsNothingThere(file)) return settings;
     const std::optional<std::string> text = ReadWholeFile(file);
     if (!text) {
-        diagnostics.Report(file, 0, "settings cannot be read", "the defaults are used");
+        diagnostics.Report(file, 0, "settings cannot be read",
+                           "the defaults are used; check that this is a small file and that you may read it");
         return std::nullopt;
     }
     MessagePass pass(diagnostics);

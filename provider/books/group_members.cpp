@@ -73,35 +73,31 @@ std::string MemberFinder::PositionOf(const CardReference& card) const {
 }
 
 const MemberFinder::Answer& MemberFinder::Find(std::uint32_t node, std::uint32_t ownFile, std::string_view address) {
-    if (node != node_) {
-        node_ = node;
-        answers_.clear();
-        near_ = {};
-    }
-    const auto [position, isNew] = answers_.try_emplace({ownFile, std::string(address)});
-    if (!isNew || !NamesSomething(address)) return position->second;
-    const std::vector<CardReference> found = FindNearest(ownFile, address);
+    if (node != node_) near_ = {};
+    node_ = node;
+    const Answer& own = FindIn(own_[ownFile], address, [&] { return std::vector{ownFile}; });
+    if (own.card) return own;
+    const Answer& near = FindIn(near_, address, [&] { return session_.ListFiles(node, session_.ReadSettings(node)); });
+    if (near.card) return near;
+    return FindIn(all_, address, [&] { return ListAllFiles(); });
+}
+
+// Looked for once in the same files, whichever groups name it: there may be as many groups as cards that answer.
+template <typename ListFiles>
+const MemberFinder::Answer& MemberFinder::FindIn(Scope& scope, std::string_view address, ListFiles&& listFiles) {
+    const auto [position, isNew] = scope.answers.try_emplace(std::string(address));
     Answer& answer = position->second;
-    for (const CardReference& card : found) {
+    if (!isNew || !NamesSomething(address)) return answer;
+    const bool withAddresses = IsMailOrTelephoneAddress(address);
+    std::optional<CardSearch>& search = scope.searches[withAddresses];
+    if (!search) search.emplace(session_, listFiles(), withAddresses);
+    for (const CardReference& card : search->Find(address)) {
         if (!answer.card)
             answer.card = card;
         else if (!answer.other && !HaveSameNumbers(*answer.card, card))
             answer.other = card;
     }
     return answer;
-}
-
-std::vector<CardReference> MemberFinder::FindNearest(std::uint32_t ownFile, std::string_view address) {
-    const bool withAddresses = IsMailOrTelephoneAddress(address);
-    const auto search = [&](std::optional<CardSearch>& files, const auto& list) {
-        if (!files) files.emplace(session_, list(), withAddresses);
-        return files->Find(address);
-    };
-    auto found = search(own_[ownFile][withAddresses], [&] { return std::vector{ownFile}; });
-    if (found.empty())
-        found = search(near_[withAddresses], [&] { return session_.ListFiles(*node_, session_.ReadSettings(*node_)); });
-    if (found.empty()) found = search(all_[withAddresses], [&] { return ListAllFiles(); });
-    return found;
 }
 
 std::vector<std::uint32_t> MemberFinder::ListAllFiles() {

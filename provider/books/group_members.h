@@ -2,11 +2,11 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "books/card_search.h"
@@ -39,21 +39,25 @@ class MemberFinder {
         std::optional<CardReference> card;
         std::optional<CardReference> other;
     };
-    using Searches = std::array<std::optional<CardSearch>, 2>;  // for identifiers, and for addresses
+    // Some files, and what their cards answer to.
+    struct Scope {
+        std::array<std::optional<CardSearch>, 2> searches;  // for identifiers, and for addresses
+        std::map<std::string, Answer, std::less<>> answers;
+    };
 
     void AddMember(std::uint32_t node, const CardReference& group, const Member& member, GroupMembers& members);
+    // From the nearest place where a card answers to the address.
     const Answer& Find(std::uint32_t node, std::uint32_t ownFile, std::string_view address);
-    // The cards that answer to the address, all in the nearest place where one does.
-    std::vector<CardReference> FindNearest(std::uint32_t ownFile, std::string_view address);
+    template <typename ListFiles>
+    const Answer& FindIn(Scope& scope, std::string_view address, ListFiles&& listFiles);
     std::vector<std::uint32_t> ListAllFiles();
     std::string PositionOf(const CardReference& card) const;
 
     Session& session_;
-    std::optional<std::uint32_t> node_;                                // that was asked for last
-    std::map<std::pair<std::uint32_t, std::string>, Answer> answers_;  // to addresses in a file of the node
-    std::map<std::uint32_t, Searches> own_;                            // in a group's own file
-    Searches near_;                                                    // in the node
-    Searches all_;                                                     // in the profile
+    std::optional<std::uint32_t> node_;   // that was asked for last
+    std::map<std::uint32_t, Scope> own_;  // a group's own file
+    Scope near_;                          // the node
+    Scope all_;                           // the profile
 };
 
 // The persons in a group and in the groups in it, to any depth, each once, in the order of first mention. Groups may

@@ -233,11 +233,12 @@ const BookSettings& Session::ReadSettings(std::uint32_t node) {
     return nodes_[node].settings = settings;
 }
 
-// The file is read once, and again when it has changed: all that lies below its folder asks for it.
+// The file is read once, and again when it has changed or could not be read: all that lies below its folder asks for
+// it.
 const std::optional<BookSettings>& Session::ReadOwnSettings(std::uint32_t node) {
     BookNode& owner = nodes_[node];
     const FileStatus known = ReadFileStatus(owner.settingsFile).value_or(FileStatus());
-    if (owner.settingsStatus == known && !known.isFresh) return owner.ownSettings;
+    if (owner.ownSettings && owner.settingsStatus == known && !known.isFresh) return owner.ownSettings;
     owner.ownSettings = ReadBookSettings(owner.settingsFile, diagnostics_);
     owner.settingsStatus = known;
     return owner.ownSettings;
@@ -248,10 +249,11 @@ std::shared_ptr<const CardSet> Session::ReadFile(std::uint32_t file, CardSetCont
     CardFile& known = files_[file];
     if (!known.categoriesOf) {
         const FileStatus status = ReadFileStatus(known.path).value_or(FileStatus());
-        if (!known.cards || known.status.isFresh || status != known.status || known.charset != known.readCharset ||
+        const bool isRead = known.isTooLarge || (known.cards && known.isComplete);
+        if (!isRead || known.status.isFresh || status != known.status || known.charset != known.readCharset ||
             !known.contents.Includes(contents))
             ReadFromDisk(known, known.contents.And(contents), status);
-        else if (!known.isComplete)
+        else if (known.isTooLarge)
             CountUnreadHere();
     }
     return known.cards ? known.cards : NoCards();
@@ -283,6 +285,7 @@ void Session::ReadFromDisk(CardFile& file, CardSetContents contents, const FileS
     file.contents = contents;
     file.readCharset = file.charset;
     file.isComplete = false;
+    file.isTooLarge = false;
     Messages messages(diagnostics_, file.path);
     MessagePass pass(diagnostics_);
     try {
@@ -294,6 +297,7 @@ void Session::ReadFromDisk(CardFile& file, CardSetContents contents, const FileS
         file.isComplete = reading.isComplete;
         if (!file.isComplete) CountUnreadHere();
     } catch (const std::length_error&) {
+        file.isTooLarge = true;
         ReportUnread(file.path, "file is too large", "split it");
     } catch (const std::bad_alloc&) {
         ReportNoMemory(file.path);

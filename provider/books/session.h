@@ -78,8 +78,9 @@ class Session {
     // Every address book of the profile and every container below it, depth first.
     std::vector<std::uint32_t> ListAllBooks();
 
-    // The file's cards, read anew only when the file has changed. A file that cannot be read is reported and has none;
-    // one that is too large for the memory that there is costs no other file anything.
+    // The file's cards, read anew only when the file has changed or could not be read to its end: another program may
+    // have held it, or memory may have been missing. A file that cannot be read is reported and has none; one that is
+    // too large for the memory that there is costs no other file anything.
     std::shared_ptr<const CardSet> ReadFile(std::uint32_t file, CardSetContents contents = {});
     // The groups of a node's categories are a file that only the session has. Setting them replaces those set before.
     std::uint32_t SetCategoryGroups(std::uint32_t node, std::shared_ptr<CardSet> groups);
@@ -113,6 +114,7 @@ class Session {
         std::optional<UINT> readCharset = {};       // the one that the cards were read with
         std::shared_ptr<const CardSet> cards = {};  // null when they could not be read
         bool isComplete = true;
+        bool isTooLarge = false;                         // and need not be looked at again before it changes
         std::optional<std::uint32_t> categoriesOf = {};  // the node; only the session has the file
     };
 

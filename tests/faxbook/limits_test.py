@@ -25,14 +25,15 @@ class LimitsTest(FaxbookTest):
         (self.book / "small.vcf").write_text(CARD.format("Small"), newline="")
 
     def test_a_file_that_claims_more_than_there_can_be_hides_no_other(self):
-        for name in ("huge.vcf", "huge.csv"):
+        for name in ("huge.vcf", "huge.csv", "addressbook.ini"):
             with open(self.book / name, "wb") as file:
                 file.truncate(100 << 30)
         for command in (["destinations", "Book"], ["check"]):
             done = self.run_faxbook(*command, "--csv", FAXBOOK_DIAGNOSTICS="")
             self.assertEqual(done.returncode, 1, done)
             self.assertIn(b"mall", done.stdout)
-            for part in (b"huge.vcf: file is too large; ", b"huge.csv: file is too large; ", NOT_ALL):
+            for part in (b"huge.vcf: file is too large; ", b"huge.csv: file is too large; ",
+                         b"addressbook.ini: settings cannot be read; ", NOT_ALL):
                 self.assertIn(part, done.stderr)
 
     def test_what_cannot_be_reached_is_no_empty_address_book(self):

@@ -2,9 +2,17 @@
 // nobody, and that is said.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
 #include "card_text.h"
 #include "mapi/result_codes.h"
 #include "provider_client.h"
+
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -32,6 +40,39 @@ std::string NumbersOf(Caller& caller, const std::string& entryId) {
         return "nobody";
     }
 }
+
+// For as long as this lives, a file cannot be opened, and nothing else can be seen of it: on Windows another program
+// has it for itself, elsewhere this one has too many files open.
+class HeldFile {
+  public:
+#ifdef _WIN32
+    explicit HeldFile(const std::filesystem::path& file)
+        : handle_(CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
+        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
+    }
+    ~HeldFile() {
+        CloseHandle(handle_);
+    }
+#else
+    explicit HeldFile(const std::filesystem::path&) {
+        getrlimit(RLIMIT_NOFILE, &limit_);
+        const rlimit none = {0, limit_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    }
+    ~HeldFile() {
+        setrlimit(RLIMIT_NOFILE, &limit_);
+    }
+#endif
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+  private:
+#ifdef _WIN32
+    HANDLE handle_;
+#else
+    rlimit limit_ = {};
+#endif
+};
 
 std::string Ann(const std::string& number, const std::string& more = "NOTE:") {
     return CardOf({"FN:Ann", "TEL;TYPE=FAX:" + number, more});
@@ -238,6 +279,33 @@ TEST(ChangingFiles, AFolderInTheFilesPlaceIsAnotherBook) {
     contacts.Write("B.vcf/a.vcf", Ann("2"));
     EXPECT_EQ(Join(caller.ListBook("B.vcf")), "2 ");
     EXPECT_EQ(Join(caller.ListContents(file)), "");
+}
+
+TEST(ChangingFiles, WhatCouldNotBeReadOnceIsReadTheNextTime) {
+    const ContactsFolderForTest contacts;
+    const std::filesystem::path cards = contacts.Contacts() / "B.vcf";
+    const std::filesystem::path settings = contacts.Contacts() / "B.ini";
+    for (const std::filesystem::path& held : {cards, settings}) {
+        SCOPED_TRACE(held.string());
+        std::ofstream(cards, std::ios::binary) << Ann("1") << Ann("2");
+        std::ofstream(settings) << "style = fax-entries\n";
+        // Nothing changes from here on, and nothing looks as if it had changed a moment ago.
+        for (const std::filesystem::path& file : {cards, settings})
+            last_write_time(file, last_write_time(file) - std::chrono::hours(1));
+        SetVariable("FAXBOOK_DIAGNOSTICS", "off");
+        Caller caller;
+        const std::string book = caller.BookId();
+        const ULONG unreadBefore = caller.Library().CountUnread();
+        {
+            const HeldFile isHeld(held);
+            caller.ListContents(book);
+            EXPECT_GT(caller.Library().CountUnread(), unreadBefore);
+        }
+        const ULONG unread = caller.Library().CountUnread();
+        EXPECT_EQ(caller.Style(book), 4);
+        EXPECT_EQ(caller.ListContents(book).size(), 2U);
+        EXPECT_EQ(caller.Library().CountUnread(), unread);
+    }
 }
 
 }  // namespace
