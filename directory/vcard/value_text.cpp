@@ -2,6 +2,7 @@
 #include "vcard/value_text.h"
 
 #include "text/ascii.h"
+#include "text/base64.h"
 
 namespace {
 
@@ -33,21 +34,6 @@ void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& by
             i = next;
             if (raw[next] == '\r' && next + 1 < raw.size() && raw[next + 1] == '\n') ++i;
         }
-    }
-}
-
-void AppendBase64(std::string_view raw, std::string& bytes) {
-    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    unsigned bits = 0;
-    int count = 0;
-    for (const char c : raw) {
-        const size_t digit = digits.find(c);
-        if (digit == std::string_view::npos) continue;
-        bits = (bits << 6 | static_cast<unsigned>(digit)) & 0xFFFF;
-        count += 6;
-        if (count < 8) continue;
-        count -= 8;
-        bytes.push_back(static_cast<char>(bits >> count & 0xFF));
     }
 }
 
