@@ -70,8 +70,9 @@ std::string TypeOf(std::string_view spelling) {
     return synonym == std::end(synonyms) ? type : std::string(synonym->type);
 }
 
-// The text that "#04024869" holds: BER of a string that is shorter than 64 KB. Nothing for any other value.
-std::optional<std::string> TextOfHex(std::string_view digits) {
+// What "#04024869" holds, which is BER: of a string that is shorter than 64 KB the text, else all of it. Nothing for
+// what is not hexadecimal.
+std::optional<std::string> BytesOfHex(std::string_view digits) {
     std::string bytes;
     for (; !digits.empty(); digits.remove_prefix(2)) {
         const int byte = HexPair(digits);
@@ -79,24 +80,22 @@ std::optional<std::string> TextOfHex(std::string_view digits) {
         bytes.push_back(static_cast<char>(byte));
     }
     constexpr std::string_view stringTags = "\x04\x0C\x13\x14\x16";  // octets, UTF-8, printable, T.61, IA5
-    if (bytes.size() < 2 || stringTags.find(bytes[0]) == std::string_view::npos) return std::nullopt;
+    if (bytes.size() < 2 || stringTags.find(bytes[0]) == std::string_view::npos) return bytes;
     const auto byteAt = [&](size_t i) { return static_cast<size_t>(static_cast<unsigned char>(bytes[i])); };
     size_t header = 2;
     size_t length = byteAt(1);
-    if (length > 0x80) {
-        const size_t more = length - 0x80;
-        if (more > 2 || bytes.size() < header + more) return std::nullopt;
-        length = 0;
-        for (; header < 2 + more; ++header) length = length << 8 | byteAt(header);
+    if (length == 0x81 || length == 0x82) {
+        header += length - 0x80;
+        if (bytes.size() < header) return bytes;
+        length = header == 3 ? byteAt(2) : byteAt(2) << 8 | byteAt(3);
     }
-    if (bytes.size() - header != length) return std::nullopt;
-    return bytes.substr(header);
+    return bytes.size() - header == length ? bytes.substr(header) : bytes;
 }
 
 std::string ValueOf(std::string_view raw) {
     raw = TrimmedAtStart(raw);
     if (raw.starts_with('#'))
-        if (std::optional<std::string> text = TextOfHex(Trimmed(raw.substr(1)))) return *text;
+        if (std::optional<std::string> bytes = BytesOfHex(Trimmed(raw.substr(1)))) return *bytes;
     const bool isQuoted = raw.starts_with('"') && Trimmed(raw).ends_with('"') && Trimmed(raw).size() > 1;
     if (isQuoted) raw = Trimmed(raw).substr(1, Trimmed(raw).size() - 2);
     std::string value;
