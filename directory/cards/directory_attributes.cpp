@@ -16,6 +16,7 @@ struct Attribute {
     DirectoryField field;
     std::uint8_t rank = 0;
     TelephoneFacts facts = {};
+    std::string_view gloss = {};
 };
 
 using enum DirectoryField;
@@ -30,9 +31,9 @@ constexpr TelephoneFacts otherFax = {.fax = true, .other = true};
 constexpr auto attributes = [] {
     // A directory is that of an organisation: the fax number of its standard is at work.
     auto table = std::to_array<Attribute>({
-        {"facsimiletelephonenumber", Telephone, 0, workFax},
-        {"fax", Telephone, 0, workFax},
-        {"2.5.4.23", Telephone, 0, workFax},
+        {"facsimiletelephonenumber", Telephone, 0, workFax, "a fax at work"},
+        {"fax", Telephone, 0, workFax, "a fax at work"},
+        {"2.5.4.23", Telephone, 0, workFax, "a fax at work"},
         {"officefax", Telephone, 0, workFax},
         {"officefaxphonenumber", Telephone, 0, workFax},
         {"businessfaxphonenumber", Telephone, 0, workFax},
@@ -40,7 +41,7 @@ constexpr auto attributes = [] {
         {"homefax", Telephone, 0, homeFax},
         {"homefaxphonenumber", Telephone, 0, homeFax},
         {"otherfacsimiletelephonenumber", Telephone, 0, otherFax},
-        {"1.2.840.113556.1.4.646", Telephone, 0, otherFax},
+        {"1.2.840.113556.1.4.646", Telephone, 0, otherFax, "another fax"},
         {"otherfax", Telephone, 0, otherFax},
         {"telephonenumber", Telephone, 0, workVoice},
         {"2.5.4.20", Telephone, 0, workVoice},
@@ -220,7 +221,7 @@ AttributeMeaning MeaningOfAttribute(std::string_view description) {
                          [](const Attribute& attribute, const std::string& wanted) { return attribute.name < wanted; });
     AttributeMeaning meaning;
     if (found != attributes.end() && found->name == name)
-        meaning = {found->field, found->rank, found->facts, {}};
+        meaning = {found->field, found->rank, found->facts, found->gloss, {}};
     else
         meaning = MeaningByWords(spelled, name);
     if (spelled.size() < description.size()) {

@@ -34,8 +34,9 @@ struct AttributeMeaning {
     // Of several attributes for one text, that with the smallest rank is taken. One with options, such as a language,
     // comes behind all without.
     std::uint8_t rank = 0;
-    TelephoneFacts facts;      // of a telephone
-    std::string_view options;  // "lang-de"; a view of what was looked up
+    TelephoneFacts facts = {};      // of a telephone
+    std::string_view gloss = {};    // what a telephone's name does not say itself, for the user
+    std::string_view options = {};  // "lang-de"; a view of what was looked up
 };
 inline constexpr std::uint8_t rankOfCommonName = 3;
 inline constexpr std::uint8_t rankWithOptions = 16;

@@ -67,7 +67,7 @@ void DirectoryEntry::Add(size_t line, std::string_view description, const Attrib
         case DirectoryField::ProxyAddress:
             return AddProxyAddress(line, description, value);
         case DirectoryField::Telephone:
-            return AddTelephone(line, description, meaning.facts, value);
+            return AddTelephone(line, description, meaning, value);
         case DirectoryField::Member:
         case DirectoryField::MailMember:
         case DirectoryField::AccountMember:
@@ -112,18 +112,20 @@ void DirectoryEntry::AddProxyAddress(size_t line, std::string_view description, 
     if (!StartsWithIgnoringCase(address, "fax:")) return;
     // "FAX:Ann Lee@+1 555 0100" has the name for the cover page.
     const size_t at = address.rfind('@');
-    AddTelephone(line, description, {.fax = true}, address.substr(at == std::string_view::npos ? 4 : at + 1));
+    AddTelephone(line, description, {.facts = {.fax = true}},
+                 address.substr(at == std::string_view::npos ? 4 : at + 1));
 }
 
-void DirectoryEntry::AddTelephone(size_t line, std::string_view description, const TelephoneFacts& facts,
+void DirectoryEntry::AddTelephone(size_t line, std::string_view description, const AttributeMeaning& meaning,
                                   std::string_view number) {
     Telephone& telephone = card_.telephones.Add();
     telephone.line = line;
     telephone.group.clear();
     telephone.source = description;
+    if (!meaning.gloss.empty()) telephone.source.append(", ").append(meaning.gloss);
     CutToTell(telephone.source, longestToldSource);
-    telephone.facts = facts;
-    const size_t dollar = facts.fax ? number.find('$') : std::string_view::npos;
+    telephone.facts = meaning.facts;
+    const size_t dollar = meaning.facts.fax ? number.find('$') : std::string_view::npos;
     telephone.number = number.substr(0, dollar);
     CutToDialledNumber(telephone.number);
     MakeSingleLine(telephone.number);

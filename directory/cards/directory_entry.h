@@ -28,7 +28,8 @@ class DirectoryEntry {
     void SetText(const AttributeMeaning& meaning, std::string_view value);
     void AddEmail(size_t line, std::string_view address);
     void AddProxyAddress(size_t line, std::string_view description, std::string_view address);
-    void AddTelephone(size_t line, std::string_view description, const TelephoneFacts& facts, std::string_view number);
+    void AddTelephone(size_t line, std::string_view description, const AttributeMeaning& meaning,
+                      std::string_view number);
     void AddMember(size_t line, const AttributeMeaning& meaning, std::string_view value);
     void AddMemberText(size_t line, std::string text);
     void AddClass(std::string_view objectClass);
