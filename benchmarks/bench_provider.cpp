@@ -7,7 +7,7 @@
 
 #include "bench_book.h"
 #include "bench_rows.h"
-#include "objects/unsupported.h"
+#include "mapi_objects/unsupported.h"
 #include "provider/entry_points.h"
 
 namespace {

@@ -4,7 +4,6 @@
 
 #include "command_failure.h"
 #include "commands.h"
-#include "objects/guard.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "profiles/profile_name.h"
@@ -80,8 +79,8 @@ void ListProfiles(const CommandContext& context) {
                     {profile.name, service.name, Utf8Of(service.location), HexText(service.flags), forDisplay});
             }
         }
-    } catch (const Failure& failure) {
-        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(failure.result) +
+    } catch (const ProfileError& error) {
+        throw CommandFailure("cannot read the profiles in " + file + ": " + ResultText(error.Result()) +
                              "; see what is said of it above");
     }
     table.Finish();

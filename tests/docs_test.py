@@ -13,7 +13,7 @@ from pathlib import Path
 from counting import Checks
 
 # Documents that name a file by its last folders mean one below these.
-PARTS = ["library", "directory", "platform", "."]
+PARTS = ["library", "provider", "platform", "."]
 # What a user or a program makes, not the tree.
 MADE = re.compile(r"^(build/|dist/|NAME|addressbook\.ini|profiles\.ini|file:line)|\.(vcf|csv|VCF|CSV)$|NAME\.")
 NAME = re.compile(r"^[A-Za-z_]\w*(::\w+)*$")
@@ -57,7 +57,7 @@ def check_document(checks, document, sources, words):
     for cell in re.findall(r'^\| (".*?") \|', text, re.MULTILINE):
         for quoted in re.findall(r'"([^"]+)"', cell):
             check(f'the provider does not say "{quoted}"',
-                  any(quoted in sources[file] for file in sources if file.startswith("directory/")))
+                  any(quoted in sources[file] for file in sources if file.startswith("provider/")))
     for link in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
         check(f"the link to {link} leads nowhere", re.match(r"\w+:", link) or (document.parent / link).exists())
     for token in re.findall(r"`([^`\n]+)`", text):

@@ -11,7 +11,6 @@
 #include "characters.h"
 #include "completion/bash_line.h"
 #include "completion/scripts.h"
-#include "objects/guard.h"
 #include "platform/environment.h"
 #include "profiles/profile_store.h"
 #include "session.h"
@@ -94,7 +93,7 @@ std::vector<std::string> ProfileNames() try {
     std::vector<std::string> names;
     for (const Profile& profile : ProfileStore(ProfilesFile()).List()) names.push_back(profile.name);
     return names;
-} catch (const Failure&) {
+} catch (const ProfileError&) {
     return {};
 }
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "class_library/cwinapp.h"
-#include "provider/entry_points.h"
+#include "provider/provider_table.h"
 #include "resources/string_table.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "provider/entry_points.h"
+#include "provider/provider_table.h"
 
 // One reference to a provider's object.
 template <class Interface>
