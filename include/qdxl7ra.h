@@ -32,7 +32,7 @@ struct VOKFileReport {
     const char* guessedCharset;  // of text without a label; null where nothing had to be guessed
 };
 
-// One telephone property of a card, or a number in a row of a CSV file.
+// One telephone property of a card, a number in a row of a CSV file, or a value of a directory's attribute.
 struct VOKTelephoneReport {
     ULONG line;
     const char* source;  // what the file says of the number: "TEL;TYPE=WORK,FAX, label Depot" or a column's heading
