@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "text/ascii.h"
-#include "text/code_pages.h"
+#include "text/byte_escapes.h"
 #include "text/letter_case.h"
 
 namespace {
@@ -45,16 +45,6 @@ constexpr Synonym synonyms[] = {
     {"email", "emailaddress"},
     {"1.2.840.113549.1.9.1", "emailaddress"},
 };
-
-constexpr std::string_view hexDigits = "0123456789abcdef";
-
-// -1 for what is no digit.
-int HexPair(std::string_view text) {
-    if (text.size() < 2) return -1;
-    const size_t high = hexDigits.find(ToLowerAscii(text[0]));
-    const size_t low = hexDigits.find(ToLowerAscii(text[1]));
-    return high == std::string_view::npos || low == std::string_view::npos ? -1 : static_cast<int>(high * 16 + low);
-}
 
 bool IsType(std::string_view type) {
     const auto isLetter = [](char c) { return ToLowerAscii(c) >= 'a' && ToLowerAscii(c) <= 'z'; };
@@ -156,11 +146,6 @@ std::vector<Piece> Cut(std::string_view name) {
 // As directories compare: without regard to case, and to blanks at the ends and beside others.
 void AppendComparable(std::string_view value, std::string& text) {
     constexpr std::string_view escaped = ",+\"\\<>;=#";
-    const auto appendEscape = [&](unsigned char byte) {
-        text.push_back('\\');
-        text.push_back(hexDigits[byte / 16]);
-        text.push_back(hexDigits[byte % 16]);
-    };
     const auto isContinuation = [&](size_t i) {
         return i < value.size() && (static_cast<unsigned char>(value[i]) & 0xC0) == 0x80;
     };
@@ -176,10 +161,10 @@ void AppendComparable(std::string_view value, std::string& text) {
                 text.push_back(static_cast<char>(small));
                 continue;
             }
-            appendEscape(static_cast<unsigned char>(0xC0 | small >> 6));
-            appendEscape(static_cast<unsigned char>(0x80 | (small & 0x3F)));
+            AppendByteEscape(static_cast<unsigned char>(0xC0 | small >> 6), text);
+            AppendByteEscape(static_cast<unsigned char>(0x80 | (small & 0x3F)), text);
         } else if (byte >= 0x7F || byte < ' ' || escaped.find(c) != std::string_view::npos) {
-            appendEscape(byte);
+            AppendByteEscape(byte, text);
         } else {
             text.push_back(ToLowerAscii(c));
         }
@@ -222,14 +207,4 @@ std::string NormalisedName(const std::vector<RelativeName>& name) {
         }
     }
     return normalised;
-}
-
-std::string ReadableName(std::string_view normalised) {
-    std::string readable;
-    for (size_t i = 0; i < normalised.size(); ++i) {
-        const int byte = normalised[i] == '\\' ? HexPair(normalised.substr(i + 1)) : -1;
-        readable.push_back(byte >= 0x80 ? static_cast<char>(byte) : normalised[i]);
-        if (byte >= 0x80) i += 2;
-    }
-    return IsUtf8(readable) ? readable : std::string(normalised);
 }

@@ -23,6 +23,3 @@ std::optional<std::vector<RelativeName>> ParseName(std::string_view name);
 // The same for all spellings of a name, in small letters. It is ASCII, other bytes being escapes, so that no code page
 // makes two names one.
 std::string NormalisedName(const std::vector<RelativeName>& name);
-
-// A normalised name for the user's eyes: letters beyond ASCII as themselves.
-std::string ReadableName(std::string_view normalised);

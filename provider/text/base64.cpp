@@ -14,8 +14,8 @@ constexpr std::uint8_t none = 64;
 constexpr std::array<std::uint8_t, 256> values = [] {
     std::array<std::uint8_t, 256> table = {};
     table.fill(none);
-    for (std::uint8_t value = 0; value < digits.size(); ++value)
-        table[static_cast<unsigned char>(digits[value])] = value;
+    for (size_t value = 0; value < digits.size(); ++value)
+        table[static_cast<unsigned char>(digits[value])] = static_cast<std::uint8_t>(value);
     return table;
 }();
 

@@ -3,14 +3,9 @@
 
 #include "text/ascii.h"
 #include "text/base64.h"
+#include "text/byte_escapes.h"
 
 namespace {
-
-int HexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char lower = ToLowerAscii(c);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
 
 // A line end is never text here: it is a soft break after "=", else a fold. What only looks like an escape stays.
 void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& bytes) {
@@ -21,8 +16,8 @@ void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& by
             if (!keepBlank && i + 1 < raw.size() && IsBlank(raw[i + 1])) ++i;
         } else if (c != '=') {
             bytes.push_back(c);
-        } else if (i + 2 < raw.size() && HexValue(raw[i + 1]) >= 0 && HexValue(raw[i + 2]) >= 0) {
-            bytes.push_back(static_cast<char>(HexValue(raw[i + 1]) * 16 + HexValue(raw[i + 2])));
+        } else if (const int byte = HexPair(raw.substr(i + 1)); byte >= 0) {
+            bytes.push_back(static_cast<char>(byte));
             i += 2;
         } else {
             const size_t next = raw.find_first_not_of(" \t", i + 1);
