@@ -1,6 +1,8 @@
 // Texts wait by their ranks until all attributes were seen; the rest goes into the draft as it comes.
 #include "cards/directory_entry.h"
 
+#include <algorithm>
+
 #include "text/ascii.h"
 #include "text/code_pages.h"
 #include "text/lines.h"
@@ -99,8 +101,6 @@ void DirectoryEntry::SetText(const AttributeMeaning& meaning, std::string_view v
 void DirectoryEntry::AddEmail(size_t line, std::string_view address) {
     std::string text(address);
     MakeSingleLine(text);
-    for (const LinedText& known : card_.emails)
-        if (EqualsIgnoringCase(known.text, text)) return;
     if (text.empty()) return;
     LinedText& email = card_.emails.Add();
     email.line = line;
@@ -166,15 +166,14 @@ void DirectoryEntry::AddClass(std::string_view objectClass) {
 }
 
 void DirectoryEntry::CompleteName() {
-    const auto take = [&](DirectoryField field) -> std::string& { return texts_[static_cast<size_t>(field)]; };
-    card_.formattedName = take(DirectoryField::Name);
+    card_.formattedName = TextOf(DirectoryField::Name);
     for (const DirectoryField part : {DirectoryField::NamePrefix, DirectoryField::GivenName, DirectoryField::MiddleName,
                                       DirectoryField::FamilyName, DirectoryField::NameSuffix})
-        card_.nameFromParts.append(take(part)).append(" ");
+        card_.nameFromParts.append(TextOf(part)).append(" ");
     MakeSingleLine(card_.nameFromParts);
-    card_.nickname = take(DirectoryField::Nickname);
-    card_.company = take(DirectoryField::Company);
-    card_.department = take(DirectoryField::Department);
+    card_.nickname = TextOf(DirectoryField::Nickname);
+    card_.company = TextOf(DirectoryField::Company);
+    card_.department = TextOf(DirectoryField::Department);
     // A department is not its company.
     const bool isNameless = card_.formattedName.empty() && card_.nameFromParts.empty();
     if ((isNameless && kind_ != EntryKind::Person) || NameOf(card_).empty()) card_.formattedName = nameInDirectory_;
@@ -190,7 +189,7 @@ bool DirectoryEntry::IsWanted() const {
     if (kind_ == EntryKind::Person || kind_ == EntryKind::Group || HasFaxNumber()) return true;
     if (kind_ == EntryKind::Thing) return false;
     return !card_.members.IsEmpty() || !card_.emails.IsEmpty() || !card_.telephones.IsEmpty() ||
-           !card_.nameFromParts.empty() || (unknownClass_.empty() && !texts_[size_t{1}].empty());
+           !card_.nameFromParts.empty() || (unknownClass_.empty() && !TextOf(DirectoryField::Name).empty());
 }
 
 void DirectoryEntry::ReportUnknown() {

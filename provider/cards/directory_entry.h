@@ -25,6 +25,7 @@ class DirectoryEntry {
   private:
     static constexpr size_t textCount = static_cast<size_t>(DirectoryField::Department) + 1;
 
+    const std::string& TextOf(DirectoryField field) const { return texts_[static_cast<size_t>(field)]; }
     void SetText(const AttributeMeaning& meaning, std::string_view value);
     void AddEmail(size_t line, std::string_view address);
     void AddProxyAddress(size_t line, std::string_view description, std::string_view address);

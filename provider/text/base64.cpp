@@ -11,11 +11,13 @@ namespace {
 constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::uint8_t none = 64;
 
-constexpr std::array<std::uint8_t, 256> values = [] {
-    std::array<std::uint8_t, 256> table = {};
-    table.fill(none);
-    for (size_t value = 0; value < digits.size(); ++value)
-        table[static_cast<unsigned char>(digits[value])] = static_cast<std::uint8_t>(value);
+struct DigitTable {
+    std::array<std::uint8_t, 256> values;
+};
+constexpr DigitTable digitTable = [] {
+    DigitTable table = {};
+    table.values.fill(none);
+    for (std::uint8_t digit = 0; digit < none; ++digit) table.values[static_cast<unsigned char>(digits[digit])] = digit;
     return table;
 }();
 
@@ -27,7 +29,7 @@ bool AppendBase64(std::string_view raw, std::string& bytes) {
     bool isGood = true;
     bool isPadded = false;
     for (const char c : raw) {
-        const std::uint8_t value = values[static_cast<unsigned char>(c)];
+        const std::uint8_t value = digitTable.values[static_cast<unsigned char>(c)];
         if (value == none) {
             isPadded = isPadded || c == '=';
             isGood = isGood && (c == '=' || IsBlankOrLineEnd(c));
