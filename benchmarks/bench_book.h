@@ -1,7 +1,7 @@
 // What library_bench asks of its provider beyond the provider's own entry points.
 #pragma once
 
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
 
 // The one address book that the provider shows. Set before a session is opened.
 struct BenchBook {

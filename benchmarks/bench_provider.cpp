@@ -7,8 +7,8 @@
 
 #include "bench_book.h"
 #include "bench_rows.h"
+#include "mapi/entry_points.h"
 #include "mapi_objects/unsupported.h"
-#include "provider/entry_points.h"
 
 namespace {
 

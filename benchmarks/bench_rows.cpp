@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "mapi/result_codes.h"
+
 namespace {
 
 constexpr ULONG contentsColumns = ContentsColumns.cValues;

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "model/contents_columns.h"
-#include "queries/hierarchy_columns.h"
+#include "model/contents_row.h"
+#include "queries/hierarchy_row.h"
 
 inline constexpr ULONG batchRows = 10000;
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "bench_book.h"
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 #include "qdxl7rc.h"
 
 [[noreturn]] inline void Fail(const char* what) {

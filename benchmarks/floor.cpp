@@ -5,7 +5,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "model/contents_columns.h"
+#include "model/contents_row.h"
 
 namespace {
 

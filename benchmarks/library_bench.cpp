@@ -9,7 +9,7 @@
 
 #include "bench_session.h"
 #include "floor.h"
-#include "heap_bytes.h"
+#include "platform/system/heap_bytes.h"
 #include "series.h"
 
 namespace {

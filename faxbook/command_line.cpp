@@ -7,10 +7,10 @@
 #include <optional>
 #include <sstream>
 
-#include "commands.h"
-#include "completion/completion.h"
-#include "manual.h"
-#include "unread_watch.h"
+#include "client/unread_watch.h"
+#include "commands/commands.h"
+#include "help/completion/completion.h"
+#include "help/manual.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "console.h"
+#include "terminal/console.h"
 
 // The environment variable that keeps colours away.
 inline constexpr char noColourVariable[] = "NO_COLOR";

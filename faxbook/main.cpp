@@ -4,9 +4,9 @@
 #include <iostream>
 #include <new>
 
-#include "characters.h"
 #include "command_line.h"
-#include "program.h"
+#include "terminal/program.h"
+#include "text/characters.h"
 
 int main(int argc, char** argv) {
     UseSystemLibrariesOnly();

@@ -1,8 +1,8 @@
 // From bytes to a script. An input is read in one order, so that a changed byte changes one thing.
 #include "fuzzed_script.h"
 
-#include "model/contents_columns.h"
-#include "queries/hierarchy_columns.h"
+#include "model/contents_row.h"
+#include "queries/hierarchy_row.h"
 
 namespace {
 

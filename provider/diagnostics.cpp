@@ -2,8 +2,8 @@
 #include "diagnostics.h"
 
 #include "diagnostics_output.h"
-#include "platform/files.h"
-#include "text/shown_text.h"
+#include "platform/system/files.h"
+#include "text/control_characters.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <mutex>
 #include <string>
 
-#include "platform/append_file.h"
-#include "platform/environment.h"
-#include "platform/files.h"
+#include "platform/system/append_file.h"
+#include "platform/system/environment.h"
+#include "platform/system/files.h"
 #include "text/code_pages.h"
 
 namespace {

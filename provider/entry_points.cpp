@@ -1,12 +1,12 @@
 // The functions that QDXL7RA.DLL exports.
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 
 #include "diagnosis/diagnosis.h"
 #include "guard.h"
 #include "mapi_objects/entries.h"
 #include "mapi_objects/memory.h"
 #include "mapi_objects/session_support.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/administration_objects.h"
 #include "profiles/profile_name.h"
 #include "profiles/resource_module.h"

@@ -4,7 +4,7 @@
 
 #include <exception>
 
-#include "mapi_objects/result_codes.h"
+#include "mapi/result_codes.h"
 
 class Failure : public std::exception {
   public:

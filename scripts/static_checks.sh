@@ -37,14 +37,14 @@ status=0
 sources library | tidy --checks='clang-analyzer-*' || status=$?
 count $status
 status=0
-sources provider faxbook platform | tidy || status=$?
+sources provider client faxbook platform text | tidy || status=$?
 count $status
 
 # The dialogs are Windows' only: no build of the host compiles them, and cppcheck needs no build.
 status=0
 cppcheck --enable=warning,performance,portability --std=c++20 --inline-suppr --quiet --error-exitcode=1 \
-    -j "$(nproc)" -D'STDAPI_(type)=type' -I library -I provider -I faxbook -I include -I platform \
-    --suppress=useInitializationList library provider faxbook platform 2>&1 || status=$?
+    -j "$(nproc)" -D'STDAPI_(type)=type' -I library -I provider -I faxbook -I include -I platform -I . \
+    --suppress=useInitializationList library provider client dialogs faxbook platform text 2>&1 || status=$?
 count $status
 
 echo "$passed passed, $failed failed"

@@ -113,6 +113,13 @@ class PackageTest(unittest.TestCase):
         self.assertNotEqual(done.returncode, 0)
         self.assertIn("64-bit Windows", " ".join(done.stderr.decode().split()))
 
+    def test_each_header_for_providers_compiles_by_itself(self):
+        headers = sorted((self.folder / "include" / "mapi").glob("*.h"))
+        self.assertGreater(len(headers), 5)
+        for header in headers:
+            self.run_here(f"x86_64-w64-mingw32-g++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only -Iinclude "
+                          f"-include mapi/{header.name} -x c++ /dev/null")
+
     def test_visual_c_s_import_library_links_with_a_linker_of_its_kind(self):
         source = self.folder / "start.c"
         source.write_text('#include "qdxl7rc.h"\n'

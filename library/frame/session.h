@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "mapi/entry_points.h"
 #include "model/details.h"
-#include "provider/entry_points.h"
 #include "provider/holders.h"
 
 struct SessionHandle;

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "model/contents_columns.h"
+#include "model/contents_row.h"
 #include "model/fax_kinds.h"
 #include "model/fax_slots.h"
 #include "provider/entry_properties.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/contents_columns.h"
+#include "model/contents_row.h"
 
 enum class FaxKind : uint32_t {
     None = 0,

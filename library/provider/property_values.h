@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
 
 struct PropertyValues {
     PropertyValues(const SPropValue* theValues, ULONG theCount)

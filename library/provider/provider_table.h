@@ -1,7 +1,7 @@
 // The loaded provider, as the provider loader fills it in and every call of the provider finds it.
 #pragma once
 
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 
 // The provider module and what it exports; all null while it is not loaded. An entry point that it lacks is null.
 struct ProviderTable {

@@ -4,7 +4,7 @@
 #include "provider/entry_opener.h"
 #include "provider/table_cursor.h"
 #include "queries/containers_reader.h"
-#include "queries/hierarchy_columns.h"
+#include "queries/hierarchy_row.h"
 #include "queries/record_writer.h"
 
 namespace {

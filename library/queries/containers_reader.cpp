@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "provider/entry_opener.h"
-#include "queries/hierarchy_columns.h"
+#include "queries/hierarchy_row.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include <optional>
 
-#include "model/contents_columns.h"
+#include "mapi/group_recipient_tags.h"
+#include "model/contents_row.h"
 #include "model/fax_kinds.h"
 #include "provider/entry_opener.h"
-#include "queries/group_recipient_tags.h"
 #include "queries/record_writer.h"
 
 namespace {

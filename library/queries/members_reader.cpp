@@ -1,7 +1,7 @@
 // Members reader: the contents table of a distribution list.
 #include "queries/members_reader.h"
 
-#include "model/contents_columns.h"
+#include "model/contents_row.h"
 #include "provider/entry_opener.h"
 #include "provider/table_cursor.h"
 

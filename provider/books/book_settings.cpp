@@ -4,7 +4,7 @@
 #include <string>
 
 #include "diagnostics.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "text/ascii.h"
 #include "text/charset_names.h"
 #include "text/code_pages.h"

@@ -10,9 +10,9 @@
 #include "cards/card_set.h"
 #include "csv/csv_cards.h"
 #include "ldif/ldif_cards.h"
-#include "platform/environment.h"
-#include "platform/files.h"
-#include "platform/input_file.h"
+#include "platform/system/environment.h"
+#include "platform/system/files.h"
+#include "platform/system/input_file.h"
 #include "text/ascii.h"
 #include "text/charset_guess.h"
 #include "text/charset_names.h"
@@ -46,7 +46,7 @@ struct Format {
 std::optional<UINT> ReadCsvFile(std::istream& file, std::optional<UINT> charset, CardReceiver& receiver) {
     std::string text;
     AppendRest(file, text);
-    if (std::optional<std::string> utf8 = Utf8FromUtf16(text)) text = std::move(*utf8);
+    if (std::optional<std::string> utf8 = Utf8FromUtf16Bytes(text)) text = std::move(*utf8);
     std::optional<UINT> guessed;
     if (!IsUtf8(text)) {
         if (!charset) charset = guessed = GuessCodePage(LinesBeyondAscii(text), CodePageOfFiles());

@@ -19,7 +19,7 @@
 #include "cards/card_set.h"
 #include "cards/card_set_builder.h"
 #include "diagnostics.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 inline constexpr std::string_view vcardServiceName = "VCARD";
 

@@ -9,7 +9,7 @@
 #include "books/fax_places.h"
 #include "cards/card_draft.h"
 #include "failure.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 namespace {
 

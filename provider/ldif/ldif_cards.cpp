@@ -7,7 +7,7 @@
 
 #include "cards/directory_entry.h"
 #include "ldif/ldif_lines.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "text/ascii.h"
 #include "text/base64.h"
 #include "text/charset_guess.h"

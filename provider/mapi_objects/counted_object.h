@@ -5,7 +5,7 @@
 #include <initializer_list>
 
 #include "guard.h"
-#include "mapi_objects/interface_ids.h"
+#include "mapi/interface_ids.h"
 
 template <typename Interface>
 class CountedObject : public Interface {

@@ -2,6 +2,7 @@
 #include "mapi_objects/destination.h"
 
 #include "cards/card_identity.h"
+#include "mapi/fax_texts.h"
 
 namespace {
 
@@ -9,11 +10,11 @@ namespace {
 const char* SuffixOf(FaxKind kind) {
     switch (kind) {
         case FaxKind::Business:
-            return " (Business Fax)";
+            return " " BUSINESS_FAX_SUFFIX;
         case FaxKind::Home:
-            return " (Home Fax)";
+            return " " HOME_FAX_SUFFIX;
         case FaxKind::Other:
-            return " (Other Fax)";
+            return " " OTHER_FAX_SUFFIX;
         case FaxKind::Primary:
         case FaxKind::None:
             break;
@@ -50,9 +51,9 @@ void Destination::WriteName(ValueWriter& value) const {
 
 void Destination::WriteAddressType(ValueWriter& value) const {
     if (IsFaxEntry())
-        value.Point("FAX");
+        value.Point(FAX_ADDRESS_TYPE);
     else if (!card_.isGroup && card_.email != 0)
-        value.Point("SMTP");
+        value.Point(SMTP_ADDRESS_TYPE);
 }
 
 void Destination::WriteAddress(ValueWriter& value) const {

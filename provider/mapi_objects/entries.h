@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "books/session.h"
-#include "provider/mapi_interfaces.h"
+#include "mapi/mapi_interfaces.h"
 
 IAddrBook* MakeAddressBook(std::shared_ptr<Session> session);
 

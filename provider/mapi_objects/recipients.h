@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "books/session.h"
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
 
 // Uninitialised, as its receiver expects it.
 ADRLIST* AllocateAddressList(size_t byteCount);

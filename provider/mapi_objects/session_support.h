@@ -4,6 +4,6 @@
 #include <memory>
 
 #include "books/session.h"
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 
 SessionSupport* MakeSessionSupport(std::shared_ptr<Session> session);

@@ -2,8 +2,8 @@
 // nowhere else. Address books are read only, and nothing here is searched, sorted or watched.
 #pragma once
 
+#include "mapi/mapi_interfaces.h"
 #include "mapi_objects/counted_object.h"
-#include "provider/mapi_interfaces.h"
 
 template <typename Interface>
 class UnsupportedProp : public CountedObject<Interface> {

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "mapi_objects/result_codes.h"
+#include "mapi/result_codes.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
+#include "mapi/mapi_types.h"
 #include "mapi_objects/memory.h"
-#include "provider/mapi_types.h"
 
 // Writes one value. Text given with Point must outlive the buffer, through its KeepAlive; other bytes are copied.
 class ValueWriter {

@@ -7,7 +7,7 @@
 
 #include "diagnostics.h"
 #include "mapi_objects/counted_object.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "profiles/administration.h"
 #include "profiles/profile_name.h"
 #include "profiles/vcard_service.h"

@@ -2,10 +2,10 @@
 #include "profiles/profile_name.h"
 
 #include "failure.h"
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
-#include "text/shown_text.h"
+#include "text/control_characters.h"
 
 std::string FaultOfNewName(std::string_view name) {
     if (name.empty()) return "it is empty";

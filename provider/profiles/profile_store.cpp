@@ -6,8 +6,8 @@
 #include <unordered_set>
 
 #include "diagnostics.h"
-#include "platform/file_lock.h"
-#include "platform/files.h"
+#include "platform/system/file_lock.h"
+#include "platform/system/files.h"
 #include "profiles/profile_name.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"

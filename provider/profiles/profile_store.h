@@ -18,7 +18,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/settings_file.h"
+#include "platform/system/settings_file.h"
 #include "profiles/profile_error.h"
 
 struct ProfileService {

@@ -9,7 +9,7 @@
 #include "profiles/vcard_service.h"
 #include "text/ascii.h"
 #include "text/code_pages.h"
-#include "text/shown_text.h"
+#include "text/control_characters.h"
 
 namespace {
 

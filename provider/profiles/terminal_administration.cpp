@@ -2,9 +2,9 @@
 #include <iostream>
 
 #include "diagnostics.h"
-#include "platform/environment.h"
+#include "mapi/mapi_types.h"
+#include "platform/system/environment.h"
 #include "profiles/administration.h"
-#include "provider/mapi_types.h"
 
 HRESULT ShowProfileAdministration(HWND, const char*, ProfileStore& store) {
     if (IsTerminalOnStandardInput()) return AskAboutProfiles(std::cin, std::cout, store);

@@ -3,7 +3,7 @@
 
 #include "diagnostics.h"
 #include "failure.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "text/ascii.h"
 
 namespace {

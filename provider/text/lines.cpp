@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "text/ascii.h"
+#include "text/control_characters.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 
 #include "text/ascii.h"
 #include "text/code_pages.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ bool SegmentReader::Fill() {
 void SegmentReader::ConvertUtf16() {
     std::string all(buffer_.data(), end_);
     AppendRest(text_, all);
-    const std::optional<std::string> converted = Utf8FromUtf16(all);
+    const std::optional<std::string> converted = Utf8FromUtf16Bytes(all);
     buffer_.assign(converted->begin(), converted->end());
     end_ = buffer_.size();
 }
@@ -57,7 +58,7 @@ size_t SegmentReader::FindBoundary(size_t from) const {
 
 bool SegmentReader::Next(std::string_view& segment) {
     bool more = Fill();
-    if (atStart_ && Utf8FromUtf16({buffer_.data(), std::min<size_t>(end_, 2)})) {
+    if (atStart_ && Utf8FromUtf16Bytes({buffer_.data(), std::min<size_t>(end_, 2)})) {
         ConvertUtf16();
         more = false;
     }

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "cards/card_draft.h"
-#include "platform/environment.h"
+#include "platform/system/environment.h"
 #include "text/ascii.h"
 #include "text/charset_guess.h"
 #include "text/charset_names.h"

@@ -1,9 +1,9 @@
 // How a user names an address book.
-#include "books.h"
+#include "client/books.h"
 
 #include <gtest/gtest.h>
 
-#include "command_failure.h"
+#include "client/client_error.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ Books SampleBooks() {
 std::string Found(std::string_view wanted) {
     try {
         return PathText(FindBook(SampleBooks(), wanted));
-    } catch (const CommandFailure& failure) {
+    } catch (const ClientError& failure) {
         return failure.what();
     }
 }
@@ -55,5 +55,5 @@ TEST(BooksTest, AnUnknownOrAmbiguousNameListsWhatThereIs) {
                                       "\"; there are: Company, Company/Sales, Company/Sales/Export, Company/sales, "
                                       "Company/Up\\/Down, Company#2, PRIVATE, Strand\\\\1");
     }
-    EXPECT_THROW(FindBook({}, "Company"), CommandFailure);
+    EXPECT_THROW(FindBook({}, "Company"), ClientError);
 }

@@ -1,6 +1,6 @@
 // Widths and letter case, by characters whose treatment people see: wide ones, combining ones, letters of several
 // scripts.
-#include "characters.h"
+#include "text/characters.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Words for PowerShell, read by the rules that its language reference has for quotes. For bash there is a real one:
 // terminal_test.py.
-#include "completion/powershell_words.h"
+#include "help/completion/powershell_words.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "characters.h"
+#include "text/characters.h"
 
 namespace {
 

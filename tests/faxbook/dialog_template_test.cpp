@@ -1,5 +1,5 @@
 // A dialog template put together value by value.
-#include "dialog_template.h"
+#include "developer/dialog_template.h"
 
 #include <gtest/gtest.h>
 

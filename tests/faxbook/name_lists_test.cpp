@@ -1,5 +1,5 @@
 // Which names are offered for one that was not found.
-#include "name_lists.h"
+#include "client/name_lists.h"
 
 #include <gtest/gtest.h>
 

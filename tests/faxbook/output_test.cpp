@@ -1,5 +1,5 @@
 // One table in its forms, for pipes and for terminals.
-#include "output.h"
+#include "output/output.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +7,10 @@
 #include <functional>
 #include <sstream>
 
-#include "characters.h"
+#include "client/record_text.h"
 #include "csv/csv_reader.h"
-#include "text.h"
+#include "text/characters.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -119,7 +120,7 @@ TEST(OutputTest, NoFormatPrintsAControlCharacterOfACell) {
     const std::vector<std::string> damaged = {"a\x9B[1mb", "a\xED\xA0\x80|", "a\xE2\x80", "\xC2"};
     std::vector<std::string> cells = damaged;
     for (const char32_t control : controls) {
-        const std::string text = Utf8(std::basic_string<WCHAR>(1, static_cast<WCHAR>(control)));
+        const std::string text = Utf8FromUtf16(Utf16String(1, static_cast<WCHAR>(control)));
         cells.insert(cells.end(), {"a" + text + "b", text + "a" + text, text});
     }
     for (const auto kind : {Column::Kind::Text, Column::Kind::Telephone, Column::Kind::Remark, Column::Kind::Block}) {

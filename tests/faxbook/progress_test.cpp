@@ -1,12 +1,12 @@
 // The line that comes and goes while something is read.
-#include "progress.h"
+#include "terminal/progress.h"
 
 #include <gtest/gtest.h>
 
 #include <regex>
 #include <sstream>
 
-#include "console.h"
+#include "terminal/console.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // A version resource put together block by block.
-#include "version_block.h"
+#include "developer/version_block.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "card_text.h"
-#include "mapi_objects/result_codes.h"
+#include "mapi/result_codes.h"
 #include "provider_client.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "card_text.h"
-#include "mapi_objects/interface_ids.h"
-#include "mapi_objects/result_codes.h"
+#include "mapi/interface_ids.h"
+#include "mapi/result_codes.h"
 #include "provider_client.h"
 
 namespace {

@@ -10,7 +10,7 @@
 
 #include "card_text.h"
 #include "guard.h"
-#include "platform/settings_file.h"
+#include "platform/system/settings_file.h"
 #include "profiles/profile_store.h"
 #include "provider_client.h"
 

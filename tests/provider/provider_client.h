@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 #include "qdxl7ra.h"
 
 struct Releaser {

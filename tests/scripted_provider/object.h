@@ -8,7 +8,7 @@
 #include <new>
 #include <string>
 
-#include "provider/entry_points.h"
+#include "mapi/entry_points.h"
 #include "script.h"
 
 // The script of the program that loaded this provider.

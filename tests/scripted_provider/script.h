@@ -15,7 +15,8 @@
 #include <utility>
 #include <vector>
 
-#include "provider/mapi_types.h"
+#include "mapi/mapi_types.h"
+#include "mapi/result_codes.h"
 
 // One property value. Its member is chosen by the type in the tag: bytes for strings and identifiers, else number.
 struct Value {

@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <memory>
 
-#include "guard.h"
-#include "platform/environment.h"
+#include "failure.h"
+#include "platform/system/environment.h"
 #include "profiles/dialogs/location_chooser.h"
 #include "profiles/dialogs/profile_name_dialog.h"
-#include "profiles/dialogs/wide_text.h"
 #include "profiles/vcard_service.h"
 #include "resources/resource_ids.h"
 #include "resources/string_ids.h"
+#include "text/utf16.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ void FillList(HWND list, const ListMessages& messages, const std::vector<std::st
     SendMessageW(list, messages.reset, 0, 0);
     for (size_t i = 0; i < names.size(); ++i) {
         const LRESULT place =
-            SendMessageW(list, messages.add, 0, reinterpret_cast<LPARAM>(WideFromUtf8(names[i]).c_str()));
+            SendMessageW(list, messages.add, 0, reinterpret_cast<LPARAM>(Utf16FromUtf8(names[i]).c_str()));
         if (place < 0) throw std::bad_alloc();
         SendMessageW(list, messages.setData, CountFromZero(place), static_cast<LPARAM>(i));
     }
@@ -70,7 +70,7 @@ std::wstring LabelText(std::wstring text) {
 }  // namespace
 
 ProfileListDialog::ProfileListDialog(HMODULE resources, ProfileStore& store, std::string selected)
-    : Dialog(resources, IDD_PROFILES), store_(store), selectedFirst_(std::move(selected)) {}
+    : Dialog(resources, IDD_PROFILES, IDS_PROFILE_EDITOR), store_(store), selectedFirst_(std::move(selected)) {}
 
 INT_PTR ProfileListDialog::Handle(UINT message, WPARAM wParam, LPARAM) {
     // Of the keys that the list box asks about.
@@ -87,14 +87,20 @@ INT_PTR ProfileListDialog::Handle(UINT message, WPARAM wParam, LPARAM) {
             End(MAPI_E_USER_CANCEL);
             return TRUE;
         case WM_COMMAND:
-            Obey(LOWORD(wParam), HIWORD(wParam));
+            try {
+                HandleCommand(LOWORD(wParam), HIWORD(wParam));
+            } catch (const ProfileError& error) {
+                if (error.GetReason() != ProfileError::Reason::NotFound) throw;
+                // Another program has removed the profile meanwhile.
+                Fill(Selected());
+            }
             return TRUE;
         default:
             return FALSE;
     }
 }
 
-void ProfileListDialog::Obey(int control, int notification) try {
+void ProfileListDialog::HandleCommand(int control, int notification) {
     const bool isPressed = notification == BN_CLICKED;
     if (control == IDC_PROFILE_LIST && notification == LBN_SELCHANGE)
         EnableButtons();
@@ -111,10 +117,6 @@ void ProfileListDialog::Obey(int control, int notification) try {
     else if (control == IDCANCEL && isPressed)
         // The button and Escape send the same: only the keyboard tells them apart.
         End(GetKeyState(VK_ESCAPE) < 0 ? MAPI_E_USER_CANCEL : S_OK);
-} catch (const ProfileError& error) {
-    if (error.GetReason() != ProfileError::Reason::NotFound) throw;
-    // Another program has removed the profile meanwhile.
-    Fill(Selected());
 }
 
 void ProfileListDialog::Add() {
@@ -148,7 +150,7 @@ void ProfileListDialog::ShowProperties() {
     if (!service) return;
     const std::filesystem::path current = LocationOf(profile->services[*service]);
     const std::wstring title =
-        LabelText(L"The vCards of \u201C" + WideFromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
+        LabelText(L"The vCards of \u201C" + Utf16FromUtf8(profile->name) + L"\u201D are in:\n" + current.wstring());
     const std::optional<std::filesystem::path> chosen = ChooseLocation(Window(), title, current);
     if (chosen && *chosen != current) store_.SetLocation(profile->name, *service, *chosen);
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "profiles/dialogs/dialog.h"
+#include "dialogs/dialog.h"
 #include "profiles/profile_store.h"
 
 // Ends with S_OK by its Close button and with MAPI_E_USER_CANCEL by Escape or its system menu. Every change is in the
@@ -18,7 +18,7 @@ class ProfileListDialog final : public Dialog {
 
   private:
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void Obey(int control, int notification);
+    void HandleCommand(int control, int notification);
 
     void Add();
     void Remove();

@@ -3,12 +3,12 @@
 
 #include <functional>
 
-#include "profiles/dialogs/dialog.h"
+#include "dialogs/dialog.h"
 
 class ProfileNameDialog final : public Dialog {
   public:
-    // `make` makes the profile. While it throws MAPI_E_COLLISION the user is told and may change the name; with its
-    // other results the dialog ends.
+    // `make` makes the profile. While it throws ProfileError because the name is taken the user is told and may change
+    // the name; what else it throws ends the dialog and comes out of Run.
     using Make = std::function<void(const std::string& name)>;
     ProfileNameDialog(HMODULE resources, Make make);
 
