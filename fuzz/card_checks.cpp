@@ -2,7 +2,6 @@
 #include "card_checks.h"
 
 #include "cards/card_identity.h"
-#include "text/code_pages.h"
 
 void ReportCounter::Take(const Message& message) {
     ++count_;
@@ -52,6 +51,19 @@ void CheckCards(const CardSet& cards) {
         checkText(category.name);
         Promise(category.card < cards.Cards().size(), "a category is that of a card");
     }
+}
+
+void CheckAreEqual(const CardSet& left, const CardSet& right) {
+    Promise(HashCards(left, 0) == HashCards(right, 0) && left.NamelessCount() == right.NamelessCount(),
+            "the same text gives the same cards");
+}
+
+void CheckLastIsGood(const CardSet& cards) {
+    Promise(!cards.Cards().empty(), "a good card behind any text is read");
+    const Card& last = cards.Cards().back();
+    Promise(std::string_view(cards.Text(last.name)) == "Good" && !last.isGroup, "a good card keeps its name");
+    Promise(last.faxNumberCount == 1 && std::string_view(cards.Text(cards.FaxNumbers(last)[0].number)) == "+1 555 0100",
+            "a good card keeps its fax number");
 }
 
 ReadingChoice TakeChoice(std::string_view& input) {

@@ -61,7 +61,7 @@ typedef struct VOKFileReport {
     const char* guessedCharset; /* of text without a label; null where nothing had to be guessed */
 } VOKFileReport;
 
-/* One telephone property of a card, or a number in a row of a CSV file. */
+/* One telephone property of a card, a number in a row of a CSV file, or a value of a directory's attribute. */
 typedef struct VOKTelephoneReport {
     VOKReportHead head;
     const char* source; /* what the file says of the number: "TEL;TYPE=WORK,FAX, label Depot" or a column's heading */

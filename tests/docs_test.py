@@ -15,7 +15,7 @@ from counting import Checks
 # Documents that name a file by its last folders mean one below these.
 PARTS = ["library", "provider", "platform", "."]
 # What a user or a program makes, not the tree.
-MADE = re.compile(r"^(build/|dist/|NAME|addressbook\.ini|profiles\.ini|file:line)|\.(vcf|csv|VCF|CSV)$|NAME\.")
+MADE = re.compile(r"^(build/|dist/|NAME|addressbook\.ini|profiles\.ini|file:line)|\.(vcf|csv|ldif|ldf|ldi|VCF|CSV)$|NAME\.")
 NAME = re.compile(r"^[A-Za-z_]\w*(::\w+)*$")
 
 

@@ -80,8 +80,8 @@ class PackageTest(unittest.TestCase):
 
     def test_everything_that_the_readme_names_is_there_and_nothing_else(self):
         named = set(re.findall(r"^    (\w+)/ ", self.readme, re.MULTILINE))
-        self.assertEqual({path.name for path in self.folder.iterdir()}, named | {"README.txt", "CHANGELOG.md"})
-        for file in re.findall(r"[\w.-]+\.(?:DLL|h|md|a|lib)\b", self.readme):
+        self.assertEqual({path.name for path in self.folder.iterdir()}, named | {"README.txt", "CHANGELOG.md", "LICENSE.txt"})
+        for file in re.findall(r"[\w.-]+\.(?:DLL|h|md|txt|a|lib)\b", self.readme):
             self.assertTrue(list(self.folder.rglob(file)), file)
         for document in self.folder.glob("**/*.md"):
             for link in re.findall(r"\]\(([^)#:]+)\)", document.read_text(encoding="utf-8")):

@@ -22,7 +22,7 @@ void ListBooks(const CommandContext& context) {
     table.Finish();
     if (books.empty()) {
         context.console.Note(
-            "the profile has no address books; put vCard files or folders of them into its contacts folder");
+            "the profile has no address books; put address files or folders of them into its contacts folder");
     }
 }
 

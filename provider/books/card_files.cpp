@@ -9,6 +9,7 @@
 #include "cards/card_draft.h"
 #include "cards/card_set.h"
 #include "csv/csv_cards.h"
+#include "ldif/ldif_cards.h"
 #include "platform/system/environment.h"
 #include "platform/system/files.h"
 #include "platform/system/input_file.h"
@@ -65,6 +66,10 @@ std::optional<UINT> ReadCsvFile(std::istream& file, std::optional<UINT> charset,
 constexpr Format formats[] = {
     {".vcf", ReadCards},
     {".csv", ReadCsvFile},
+    // As directories and mail programs name them, servers of Windows, and systems with short names.
+    {".ldif", ReadLdifCards},
+    {".ldf", ReadLdifCards},
+    {".ldi", ReadLdifCards},
 };
 
 const Format* FormatOf(const fs::path& path) {

@@ -8,6 +8,7 @@
 
 #include "books/categories.h"
 #include "cards/card_identity.h"
+#include "text/byte_escapes.h"
 #include "text/code_pages.h"
 
 namespace {
@@ -53,7 +54,7 @@ void MemberFinder::AddMember(std::uint32_t node, const CardReference& group, con
     const Answer& answer = Find(node, group.file, address);
     if (answer.card && !answer.other) return members.cards.push_back(*answer.card);
     ++members.missingCount;
-    const std::string memberText = FromActiveCodePage(address);
+    const std::string memberText = WithLetters(FromActiveCodePage(address));
     const std::string groupName = FromActiveCodePage(group.cards->Text(group.Get().name));
     const std::filesystem::path& file = session_.FilePath(group.file);
     if (!answer.card)

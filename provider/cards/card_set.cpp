@@ -7,6 +7,23 @@
 
 #include "cards/card_identity.h"
 #include "text/ascii.h"
+#include "text/byte_escapes.h"
+
+namespace {
+
+std::string LowerCasedInAscii(std::string_view text) {
+    if (IsAscii(text)) return LowerCased(text);
+    std::string ascii;
+    for (const char c : text) {
+        if (static_cast<signed char>(c) < 0)
+            AppendByteEscape(static_cast<unsigned char>(c), ascii);
+        else
+            ascii.push_back(ToLowerAscii(c));
+    }
+    return ascii;
+}
+
+}  // namespace
 
 std::string NormalisedAddress(std::string_view address) {
     address = Trimmed(address);
@@ -17,9 +34,9 @@ std::string NormalisedAddress(std::string_view address) {
                      [](char c) { return (c >= '0' && c <= '9') || c == '+'; });
         return number;
     }
-    if (StartsWithIgnoringCase(address, "mailto:")) return LowerCased(address.substr(0, address.find('?')));
+    if (StartsWithIgnoringCase(address, "mailto:")) return LowerCasedInAscii(address.substr(0, address.find('?')));
     if (StartsWithIgnoringCase(address, "urn:uuid:")) address.remove_prefix(9);
-    return LowerCased(address);
+    return LowerCasedInAscii(address);
 }
 
 bool IsMailOrTelephoneAddress(std::string_view normalised) {

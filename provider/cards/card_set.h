@@ -139,7 +139,8 @@ class CardSet {
 };
 
 // A member's address or a card's own identifier in the one form in which they are compared: "mailto:" and a lower-case
-// address, "tel:" and digits, or a lower-case identifier without "urn:uuid:".
+// address, "tel:" and digits, or a lower-case identifier without "urn:uuid:". It is ASCII, other bytes being escapes,
+// so that no code page makes two of them one.
 std::string NormalisedAddress(std::string_view address);
 bool IsMailOrTelephoneAddress(std::string_view normalised);
 // False for an address without anything that could tell one card from another: "tel:" before a word, "urn:uuid:" alone.

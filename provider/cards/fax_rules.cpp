@@ -194,6 +194,16 @@ FaxVerdict JudgeTelephone(const TelephoneFacts& facts) {
     return {FaxKind::Primary, "primary fax number: it says fax and names no place"};
 }
 
+bool AreFaxParameters(std::string_view parameters) {
+    for (;;) {
+        const std::string_view parameter = Trimmed(parameters.substr(0, parameters.find('$')));
+        const auto isIt = [&](std::string_view known) { return EqualsIgnoringCase(parameter, known); };
+        if (!parameter.empty() && std::ranges::none_of(faxParameters, isIt)) return false;
+        if (parameters.find('$') == std::string_view::npos) return true;
+        parameters.remove_prefix(parameters.find('$') + 1);
+    }
+}
+
 void CutToDialledNumber(std::string& number) {
     CutFaxParameters(number);
     const std::string_view value = Trimmed(number);

@@ -39,6 +39,10 @@ struct FaxVerdict {
 };
 FaxVerdict JudgeTelephone(const TelephoneFacts& facts);
 
+// Whether all that stands behind the first "$" of a directory's facsimile number are parameters of it (RFC
+// 4517, 3.3.11).
+bool AreFaxParameters(std::string_view parameters);
+
 // Cuts a number to what is dialled: no "tel:" and no parameters of the address or of a directory's facsimile number,
 // but its extension and pauses.
 void CutToDialledNumber(std::string& number);

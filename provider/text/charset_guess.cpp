@@ -10,6 +10,7 @@
 #include "text/ascii.h"
 #include "text/code_pages.h"
 #include "text/languages.h"
+#include "text/letter_case.h"
 
 namespace {
 
@@ -33,26 +34,12 @@ bool IsAsciiLetter(WCHAR c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-// Of the scripts in the tables only these have capitals; the small letters stand at one of a few distances.
-WCHAR SmallLetter(WCHAR c) {
-    if (c >= 'A' && c <= 'Z') return static_cast<WCHAR>(c + 32);
-    if ((c >= 0xC0 && c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3AB) || (c >= 0x410 && c <= 0x42F))
-        return static_cast<WCHAR>(c + 32);
-    if (c >= 0x400 && c <= 0x40F) return static_cast<WCHAR>(c + 80);
-    if (c >= 0x388 && c <= 0x38A) return static_cast<WCHAR>(c + 37);
-    if (c == 0x386) return 0x3AC;
-    if (c == 0x38C) return 0x3CC;
-    if (c == 0x38E || c == 0x38F) return static_cast<WCHAR>(c + 63);
-    if (c == 0x178) return 0xFF;
-    if (c == 0x130) return 'i';
-    const bool pairsEvenFirst = (c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177) || (c >= 0x218 && c <= 0x21B);
-    const bool pairsOddFirst = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
-    if ((pairsEvenFirst && c % 2 == 0) || (pairsOddFirst && c % 2 == 1)) return static_cast<WCHAR>(c + 1);
-    return c;
+WCHAR SmallOf(WCHAR c) {
+    return static_cast<WCHAR>(SmallLetter(c));
 }
 
 bool IsCapital(WCHAR c) {
-    return SmallLetter(c) != c;
+    return SmallOf(c) != c;
 }
 
 // Greek and Hebrew letters that stand at the end of a word only.
@@ -80,7 +67,7 @@ int ScoreLetter(const Language& language, WCHAR c) {
     if (language.script == Script::Hangul && IsHangul(c))
         return language.letters.find(static_cast<char16_t>(c)) != std::u16string_view::npos ? 2 * frequent : possible;
     if (IsHalfWidthKana(c)) return language.hasKana ? 0 : foreign;
-    const WCHAR small = SmallLetter(c);
+    const WCHAR small = SmallOf(c);
     const size_t place = language.letters.find(static_cast<char16_t>(small));
     if (place == std::u16string_view::npos) {
         const bool isLetter = small != c || (c >= 0xDF && c < 0x2000 && c != 0xF7);
@@ -96,8 +83,8 @@ int ScorePlace(const Language& language, WCHAR before, WCHAR c, WCHAR after) {
     const bool isBesideAscii = IsAsciiLetter(before) || IsAsciiLetter(after);
     const bool isLatin = language.script == Script::Latin;
     if (isLatin != isBesideAscii) score += isLatin ? amongOthers / 4 : amongOthers;
-    const bool isBehindSmall = before != ' ' && !IsCapital(before) && SmallLetter(before) == before &&
-                               (IsAsciiLetter(before) || before >= 0xDF);
+    const bool isBehindSmall =
+        before != ' ' && !IsCapital(before) && SmallOf(before) == before && (IsAsciiLetter(before) || before >= 0xDF);
     if (IsCapital(c) && isBehindSmall) score += oddCapital;
     if (IsCapital(c) && before >= 0x80 && IsCapital(before)) score += moreCapitals;
     if (finalForms.find(static_cast<char16_t>(c)) != std::u16string_view::npos)
@@ -113,7 +100,7 @@ long ScoreText(const Language& language, const Utf16& text) {
         const WCHAR before = i > 0 ? text[i - 1] : WCHAR{' '};
         const WCHAR after = i + 1 < text.size() ? text[i + 1] : WCHAR{' '};
         if (c < 0x80) {
-            if (before >= 0xDF && c >= 'A' && c <= 'Z' && !IsCapital(before) && SmallLetter(before) == before &&
+            if (before >= 0xDF && c >= 'A' && c <= 'Z' && !IsCapital(before) && SmallOf(before) == before &&
                 language.script == Script::Latin && after >= 'a' && after <= 'z')
                 score += oddCapital;
             continue;

@@ -13,9 +13,9 @@
 #include "text/charset_names.h"
 #include "text/code_pages.h"
 #include "text/lines.h"
+#include "text/segments.h"
 #include "text/told_text.h"
 #include "vcard/property.h"
-#include "vcard/segments.h"
 #include "vcard/value_text.h"
 
 namespace {
@@ -441,6 +441,6 @@ void Reader::ReadCategories(OpenCard& card) {
 
 std::optional<UINT> ReadCards(std::istream& text, std::optional<UINT> charset, CardReceiver& receiver) {
     Reader reader(charset, receiver);
-    reader.Run(SegmentReader(text));
+    reader.Run(SegmentReader(text, "BEGIN:VCARD"));
     return reader.GuessedCharset();
 }

@@ -1,81 +1,37 @@
-// Finds line ends with memchr only, so that long folded values cost next to nothing.
+// Folds, empty lines and joined lines.
 #include "vcard/line_reader.h"
-
-#include <algorithm>
 
 #include "text/ascii.h"
 
-namespace {
-
-bool HasLoneReturns(std::string_view text) {
-    // Written as HasAny is: without branches.
-    unsigned char found = text.ends_with('\r') ? 1 : 0;
-    for (size_t i = 1; i < text.size(); ++i) {
-        const char first = text[i - 1];
-        const char second = text[i];
-        found = static_cast<unsigned char>(found | ((first == '\r') & (second != '\n')));
-    }
-    return found != 0;
-}
-
-}  // namespace
-
-LineReader::LineReader(std::string_view text, size_t firstNumber)
-    : text_(text), number_(firstNumber), hasLoneReturns_(HasLoneReturns(text)) {}
-
-size_t LineReader::TakeLine() {
-    ++number_;
-    const size_t feed = hasLoneReturns_ ? text_.find_first_of("\r\n", position_) : text_.find('\n', position_);
-    if (feed == std::string_view::npos) {
-        position_ = text_.size();
-        return position_;
-    }
-    const size_t start = position_;
-    position_ = feed + 1;
-    if (text_[feed] == '\r' && position_ < text_.size() && text_[position_] == '\n') ++position_;
-    return feed > start && text_[feed] == '\n' && text_[feed - 1] == '\r' ? feed - 1 : feed;
-}
-
 size_t LineReader::TakeFolded(bool& folded) {
-    size_t end = TakeLine();
-    while (position_ < text_.size() && IsBlank(text_[position_])) {
+    size_t end = lines_.Take();
+    while (!lines_.AtEnd() && IsBlank(lines_.Rest().front())) {
         folded = true;
-        end = TakeLine();
+        end = lines_.Take();
     }
     return end;
 }
 
 bool LineReader::Next(ContentLine& line) {
-    while (position_ < text_.size()) {
-        const size_t start = position_;
-        line.number = number_;
+    while (!lines_.AtEnd()) {
+        const size_t start = lines_.Position();
+        line.number = lines_.Number();
         line.folded = false;
         const size_t end = TakeFolded(line.folded);
-        line.raw = text_.substr(start, end - start);
+        line.raw = lines_.Text().substr(start, end - start);
         if (!Trimmed(line.raw).empty()) return true;
     }
     return false;
 }
 
 bool LineReader::JoinNext(ContentLine& line) {
-    if (position_ >= text_.size()) return false;
-    const std::string_view next = text_.substr(position_);
+    if (lines_.AtEnd()) return false;
+    const std::string_view next = lines_.Rest();
     if (next.front() == '\r' || next.front() == '\n' || StartsWithIgnoringCase(next, "END:") ||
         StartsWithIgnoringCase(next, "BEGIN:"))
         return false;
-    const auto start = static_cast<size_t>(line.raw.data() - text_.data());
+    const auto start = static_cast<size_t>(line.raw.data() - lines_.Text().data());
     bool folded = false;
-    line.raw = text_.substr(start, TakeFolded(folded) - start);
+    line.raw = lines_.Text().substr(start, TakeFolded(folded) - start);
     return true;
-}
-
-void AppendUnfolded(std::string_view raw, bool keepBlank, std::string& text) {
-    for (;;) {
-        const size_t end = raw.find_first_of("\r\n");
-        text.append(raw.substr(0, end));
-        if (end == std::string_view::npos) return;
-        raw.remove_prefix(end);
-        raw.remove_prefix(raw.starts_with("\r\n") ? 2 : 1);
-        if (!keepBlank && !raw.empty() && IsBlank(raw.front())) raw.remove_prefix(1);
-    }
 }

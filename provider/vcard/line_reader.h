@@ -2,21 +2,14 @@
 // CR LF, LF or CR, also mixed in one file.
 #pragma once
 
-#include <cstddef>
-#include <string>
 #include <string_view>
 
-// A view of the text from a content line's first byte to its last, line ends of folds included.
-struct ContentLine {
-    std::string_view raw;
-    size_t number = 0;  // of its first line in the file, counted from 1
-    bool folded = false;
-};
+#include "text/folded_lines.h"
 
 class LineReader {
   public:
     // `firstNumber` is that of the text's first line.
-    explicit LineReader(std::string_view text, size_t firstNumber = 1);
+    explicit LineReader(std::string_view text, size_t firstNumber = 1) : lines_(text, firstNumber) {}
 
     // The next line that is not empty; false at the end of the text.
     bool Next(ContentLine& line);
@@ -24,21 +17,11 @@ class LineReader {
     // nothing changed, at the end of the text, before an empty line and before the begin or end of a component.
     bool JoinNext(ContentLine& line);
     // The number of the line that follows.
-    size_t NextNumber() const { return number_; }
+    size_t NextNumber() const { return lines_.Number(); }
 
   private:
-    // Moves past one physical line; the result is where its line end begins.
-    size_t TakeLine();
-    // Moves past one content line, from position_.
+    // Moves past one content line; the result is where its last line end begins.
     size_t TakeFolded(bool& folded);
 
-    std::string_view text_;
-    size_t position_ = 0;
-    size_t number_;
-    // A carriage return alone ends lines somewhere in the text.
-    bool hasLoneReturns_;
+    PhysicalLines lines_;
 };
-
-// Appends a raw line without its folds. vCard 2.1 folds before a blank that belongs to the text; later versions add
-// the blank.
-void AppendUnfolded(std::string_view raw, bool keepBlank, std::string& text);

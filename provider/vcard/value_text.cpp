@@ -2,14 +2,10 @@
 #include "vcard/value_text.h"
 
 #include "text/ascii.h"
+#include "text/base64.h"
+#include "text/byte_escapes.h"
 
 namespace {
-
-int HexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char lower = ToLowerAscii(c);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
 
 // A line end is never text here: it is a soft break after "=", else a fold. What only looks like an escape stays.
 void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& bytes) {
@@ -20,8 +16,8 @@ void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& by
             if (!keepBlank && i + 1 < raw.size() && IsBlank(raw[i + 1])) ++i;
         } else if (c != '=') {
             bytes.push_back(c);
-        } else if (i + 2 < raw.size() && HexValue(raw[i + 1]) >= 0 && HexValue(raw[i + 2]) >= 0) {
-            bytes.push_back(static_cast<char>(HexValue(raw[i + 1]) * 16 + HexValue(raw[i + 2])));
+        } else if (const int byte = HexPair(raw.substr(i + 1)); byte >= 0) {
+            bytes.push_back(static_cast<char>(byte));
             i += 2;
         } else {
             const size_t next = raw.find_first_not_of(" \t", i + 1);
@@ -33,21 +29,6 @@ void AppendQuotedPrintable(std::string_view raw, bool keepBlank, std::string& by
             i = next;
             if (raw[next] == '\r' && next + 1 < raw.size() && raw[next + 1] == '\n') ++i;
         }
-    }
-}
-
-void AppendBase64(std::string_view raw, std::string& bytes) {
-    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    unsigned bits = 0;
-    int count = 0;
-    for (const char c : raw) {
-        const size_t digit = digits.find(c);
-        if (digit == std::string_view::npos) continue;
-        bits = (bits << 6 | static_cast<unsigned>(digit)) & 0xFFFF;
-        count += 6;
-        if (count < 8) continue;
-        count -= 8;
-        bytes.push_back(static_cast<char>(bits >> count & 0xFF));
     }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "card_text.h"
+#include "text/ascii.h"
 #include "text/code_pages.h"
 
 namespace {
@@ -143,6 +144,10 @@ TEST(CardReading, AddressesAreFoundInEverySpelling) {
     EXPECT_EQ(set->Find(NormalisedAddress("MAILTO:ann@example.com?subject=x")).front().card, 0U);
     EXPECT_EQ(set->Find(NormalisedAddress("tel:+1-555-01;ext=2")).front().card, 0U);
     EXPECT_TRUE(set->Find(NormalisedAddress("urn:uuid:abc-3")).empty());
+    // What a code page lacks would make one of two.
+    for (const char* const address : {"花子", "太郎", "mailto:jürgen@x.org"})
+        EXPECT_TRUE(IsAscii(NormalisedAddress(address))) << address;
+    EXPECT_NE(NormalisedAddress("花子"), NormalisedAddress("太郎"));
 }
 
 }  // namespace

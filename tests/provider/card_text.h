@@ -29,6 +29,26 @@ struct NoMessages final : MessageReceiver {
     void Take(const Message&) override {}
 };
 
+// Messages as "line: what", one in each line.
+struct WrittenMessages final : MessageReceiver {
+    void Take(const Message& message) override {
+        text += std::to_string(message.line) + ": " + FillIn(message).what + "\n";
+    }
+    std::string text;
+};
+
+// "name/company/department/email: number b|h|o|p*line"; the star stands behind a preferred number.
+inline std::string Described(const CardSet& set, const Card& card) {
+    std::string seen = set.Text(card.name);
+    for (const TextPosition text : {card.company, card.department, card.email})
+        seen += std::string("/") + set.Text(text);
+    for (const FaxNumber& number : set.FaxNumbers(card)) {
+        seen += std::string(" ") + set.Text(number.number) + "-bhop"[static_cast<size_t>(number.kind)];
+        seen += (number.preference == 1 ? "*" : "") + std::to_string(number.line);
+    }
+    return seen;
+}
+
 inline std::shared_ptr<const CardSet> ReadSet(const std::string& text, CardSetContents contents = {},
                                               std::optional<UINT> charset = std::nullopt) {
     NoMessages messages;

@@ -46,35 +46,16 @@ TEST(CsvRows, AreCutAsExportersWriteThem) {
     EXPECT_NE(Rows(text + "\"end\",z\n").find("3:x|y| "), std::string::npos);
 }
 
-struct Messages final : MessageReceiver {
-    void Take(const Message& message) override {
-        text += std::to_string(message.line) + ": " + FillIn(message).what + "\n";
-    }
-    std::string text;
-};
-
 struct CsvCards {
     std::shared_ptr<const CardSet> cards;
     std::string messages;
 };
 
 CsvCards ReadCsv(const std::string& text) {
-    Messages messages;
+    WrittenMessages messages;
     CardSetBuilder builder({.categories = true}, text.size(), messages);
     ReadCsvCards(text, builder);
     return {builder.Finish(std::nullopt), messages.text};
-}
-
-// "name/company/department/email: number b|h|o|p*line"; the star stands behind a preferred number.
-std::string Described(const CardSet& set, const Card& card) {
-    std::string seen = set.Text(card.name);
-    for (const TextPosition text : {card.company, card.department, card.email})
-        seen += std::string("/") + set.Text(text);
-    for (const FaxNumber& number : set.FaxNumbers(card)) {
-        seen += std::string(" ") + set.Text(number.number) + "-bhop"[static_cast<size_t>(number.kind)];
-        seen += (number.preference == 1 ? "*" : "") + std::to_string(number.line);
-    }
-    return seen;
 }
 
 TEST(CsvCardsTest, HeadingsOfManyProgramsAreUnderstood) {

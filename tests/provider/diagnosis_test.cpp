@@ -96,6 +96,30 @@ TEST(Diagnosis, TellsOfEveryNumberAndWhy) {
     EXPECT_NE(again.text.find("4 [primary] [entry] primary"), std::string::npos) << again.text;
 }
 
+TEST(Diagnosis, TellsOfEntriesOfDirectories) {
+    ContactsFolderForTest contacts;
+    contacts.Write("a.ldif",
+                   "version: 1\n\ndn: cn=Ann\nobjectClass: person\ncn: Ann\nmobile: 1\n"
+                   "facsimileTelephoneNumber;x-old: 2$b4Length\nhomeFax:: Mw==\nhomeFax:< file:///4\n"
+                   "proxyAddresses: FAX:Ann@5\nfaxNumber: 6\n\ndn: cn=G\nchangetype: delete\n");
+    const ProviderLibrary library;
+    Receiver receiver;
+    ASSERT_EQ(receiver.Diagnose(library), S_OK);
+    EXPECT_EQ(receiver.text,
+              "book a\n"
+              "file 1 1 0 1 1 0 2 0 0 0 -\n"
+              "3 person Ann\n"
+              "  6 mobile 1 [] [] not a fax number: neither type, name nor label says fax\n"
+              "  7 facsimileTelephoneNumber;x-old, a fax at work 2 [business] [business] business fax number: it says "
+              "fax, and work or "
+              "business\n"
+              "  8 homeFax 3 [home] [home] home fax number: it says fax and home\n"
+              "  10 proxyAddresses 5 [primary] [primary] primary fax number: it says fax and names no place\n"
+              "  11 faxNumber 6 [primary] [extended] primary fax number: it says fax and names no place\n");
+    EXPECT_EQ(receiver.messages,
+              "9: the value of homeFax stands in another file\n14: this record changes an entry: delete\n");
+}
+
 TEST(Diagnosis, ReadsWhatItIsAskedFor) {
     ContactsFolderForTest contacts;
     contacts.Write("a.vcf", CardOf({"FN:Ren\xE9"}));

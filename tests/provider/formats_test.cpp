@@ -48,7 +48,9 @@ std::string Utf16Of(std::string_view ascii, bool bigEndian, bool withMark) {
 TEST(Formats, EveryFormatIsABookInEveryEncoding) {
     const std::string card = CardOf({"FN:Ann", "TEL;TYPE=WORK,FAX:1"});
     const std::string csv = "Name;Business Fax\r\nAnn;1\r\n";
-    for (const auto& [ending, text] : {std::pair(".vcf", card), std::pair(".CSV", csv)}) {
+    const std::string ldif = "dn: cn=Ann\r\nobjectClass: person\r\ncn: Ann\r\nfacsimileTelephoneNumber: 1\r\n";
+    for (const auto& [ending, text] : {std::pair(".vcf", card), std::pair(".CSV", csv), std::pair(".ldif", ldif),
+                                       std::pair(".LDI", ldif), std::pair(".ldf", ldif)}) {
         ContactsFolderForTest contacts;
         contacts.Write(std::string("1") + ending, text);
         contacts.Write(std::string("2") + ending, "\xEF\xBB\xBF" + text);
@@ -65,15 +67,17 @@ TEST(Formats, EveryFormatIsABookInEveryEncoding) {
     contacts.Write("Book/a.vcf", card);
     contacts.Write("Book/b.csv", csv);
     contacts.Write("Book/c.txt", card);
+    contacts.Write("Book/d.ldif", ldif);
     Caller caller;
-    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ann 1|Ann 1|");
+    EXPECT_EQ(NamesAndNumbers(caller.ListBook()), "Ann 1|Ann 1|Ann 1|");
 }
 
 TEST(Formats, TheGuessOfACharsetCanBeSet) {
     const std::string name = "Соколова";  // in windows-1251 these are also letters of windows-1252
     const std::string bytes = "\xD1\xEE\xEA\xEE\xEB\xEE\xE2\xE0";
     for (const auto& [file, text] :
-         {std::pair("a.vcf", CardOf({"FN:" + bytes})), std::pair("a.csv", "Name,Fax\n" + bytes + ",\n")}) {
+         {std::pair("a.vcf", CardOf({"FN:" + bytes})), std::pair("a.csv", "Name,Fax\n" + bytes + ",\n"),
+          std::pair("a.ldif", "dn: uid=1\nobjectClass: person\ncn: " + bytes + "\n")}) {
         ContactsFolderForTest contacts;
         contacts.Write(file, text);
         contacts.Write("a.ini", "charset = windows-1252\n");

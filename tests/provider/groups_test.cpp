@@ -114,4 +114,25 @@ TEST(Groups, RecipientsFromElsewhereStayAsTheyAre) {
     EXPECT_EQ(caller.Support().FreeAddressList(list), S_OK);
 }
 
+// Whatever letters the code page lacks: members of one file in groups of another, by names in any spelling.
+TEST(Groups, OfDirectoriesAreExpandedByTheNamesOfTheirEntries) {
+    ContactsFolderForTest contacts;
+    const auto person = [](const std::string& name, const std::string& number) {
+        return "dn: cn=" + name + ",ou=人,o=x\nobjectClass: person\ncn: " + number + "\nfax: " + number + "\n\n";
+    };
+    contacts.Write("Book/people.ldif", person("花子", "1") + person("太郎", "2") + person("Lee\\, Ann", "3"));
+    contacts.Write("Book/groups.ldif",
+                   "dn: cn=All\nobjectClass: groupOfNames\ncn: All\nmember: cn=Inner\n"
+                   "member: cn=Lee\\2C ann,OU=人, o=X\nmember: cn=三郎,ou=人,o=x\n\n"
+                   "dn: cn=Inner\nobjectClass: groupOfUniqueNames\ncn: Inner\nuniqueMember: cn=All\n"
+                   "uniqueMember: cn=\\E5\\A4\\AA郎,ou=人,o=x#'01'B\n");
+    Caller caller;
+    const std::vector<Values> rows = caller.ListBook();
+    EXPECT_EQ(Names(caller.Expand(IdOf(rows, "All"))), "2|3|");
+    EXPECT_EQ(Names(caller.ListContents(IdOf(rows, "Inner"))), "All|2|");
+    EXPECT_NE(contacts.Diagnostics().find("groups.ldif:6: member cn=三郎,ou=人,o=x of the group \"All\" is on no card"),
+              std::string::npos)
+        << contacts.Diagnostics();
+}
+
 }  // namespace

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "card_text.h"
+#include "guard.h"
 #include "platform/system/settings_file.h"
 #include "profiles/profile_store.h"
 #include "provider_client.h"

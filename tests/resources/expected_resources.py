@@ -214,7 +214,7 @@ VERSION_STRINGS = {
     "FileDescription": "QDXL7RC.DLL for AMD64",
     "FileVersion": VERSION,
     "InternalName": "QDXL7RC",
-    "LegalCopyright": "Copyright (C) Quorvane",
+    "LegalCopyright": "Copyright (C) 2026 the Seed 89f8f24e maintainers. MIT licence.",
     "OriginalFilename": "QDXL7RC.DLL",
     "ProductName": "Tessivar Address Book Interface Library",
     "ProductVersion": ".".join(VERSION.split(".")[:2]),

@@ -1,5 +1,5 @@
 // Fills the buffer, hands out what is complete in it, and moves the rest to its start.
-#include "vcard/segments.h"
+#include "text/segments.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,7 +15,6 @@ constexpr size_t firstBufferSize = size_t{16} * 1024;
 constexpr size_t usualBufferSize = size_t{256} * 1024;
 // Longer than with any photo: what has no card for so long is no address file.
 constexpr size_t longestCard = longestConversion;
-constexpr std::string_view cardStart = "BEGIN:VCARD";
 
 }  // namespace
 
@@ -52,7 +51,7 @@ size_t SegmentReader::FindBoundary(size_t from) const {
     for (size_t i = end_; i > from; --i) {
         const char before = buffer_[i - 1];
         if (before != '\n' && before != '\r') continue;
-        if (StartsWithIgnoringCase({buffer_.data() + i, end_ - i}, cardStart)) return i;
+        if (StartsWithIgnoringCase({buffer_.data() + i, end_ - i}, start_)) return i;
     }
     return 0;
 }
@@ -73,8 +72,8 @@ bool SegmentReader::Next(std::string_view& segment) {
             begin_ = boundary;
             return true;
         }
-        // A BEGIN that was cut off at the end is looked at again. The next filling moves the text to the start.
-        searched = std::max(begin_, end_ - std::min(end_, cardStart.size() + 1)) - begin_;
+        // A start that was cut off at the end is looked at again. The next filling moves the text to the start.
+        searched = std::max(begin_, end_ - std::min(end_, start_.size() + 1)) - begin_;
         more = Fill();
     }
     segment = {buffer_.data() + begin_, end_ - begin_};
