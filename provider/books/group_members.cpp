@@ -78,8 +78,9 @@ const MemberFinder::Answer& MemberFinder::Find(std::uint32_t node, std::uint32_t
     node_ = node;
     const Answer& own = FindIn(own_[ownFile], address, [&] { return std::vector{ownFile}; });
     if (own.card) return own;
-    const Answer& near = FindIn(near_, address, [&] { return session_.ListFiles(node, session_.ReadSettings(node)); });
-    if (near.card) return near;
+    const Answer& beside =
+        FindIn(near_, address, [&] { return session_.ListFiles(node, session_.ReadSettings(node)); });
+    if (beside.card) return beside;
     return FindIn(all_, address, [&] { return ListAllFiles(); });
 }
 

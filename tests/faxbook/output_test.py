@@ -68,6 +68,9 @@ def beginnings_of(name):
             yield '"' + re.sub(r'([$`"\\])', r"\\\1", part)
         if re.match(r"[A-Z][^']+$", part):
             yield part[0] + "'" + part[1:]
+    # A quote with a dollar, closed before a character that begins a word to readline.
+    if name[0].isalpha() and ":" in name:
+        yield f"$'{name[0]}'" + re.sub("([ =@])", r"\\\1", name[1:name.index(":") + 1])
 
 
 @needs_native

@@ -165,7 +165,7 @@ BashLine::BashLine(std::string_view line, std::string_view replaced) {
     const Reader staying(before);
     words_ = std::move(whole.words);
     stays_ = staying.words.back();
-    hasDollar_ = staying.hasDollar;
+    hasDollar_ = staying.isJustOpened && staying.hasDollar;
     if (staying.isJustOpened) openQuote_ = before.back();
     // Where readline sees other quotes than bash will, it exchanges something else than a part of the word.
     const bool isBehindQuote = before.ends_with('\'') || before.ends_with('"');
