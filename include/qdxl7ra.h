@@ -9,7 +9,8 @@
  *    field is there when it ends within that size.
  * 3. Reports, and all that they point to, live for the call of the receiver only.
  * 4. A receiver is a structure of functions, each called with the receiver's `context`; one that is null does not want
- *    to hear of it. The functions are called on the thread that called the provider.
+ *    to hear of it. The functions are called on the thread that called the provider. Messages are never lost: without a
+ *    function for them they go where those go that nobody has asked for in a call (VOKSetMessageReceiver).
  */
 #ifndef QDXL7RA_H
 #define QDXL7RA_H

@@ -22,8 +22,8 @@ void Diagnostics::Say(const std::filesystem::path& file, const Message& message,
     const VOKMessageReport report = {MakeReportHead<VOKMessageReport>(path.c_str(), message.line, status),
                                      told.what.c_str(), told.advice.c_str()};
     if (!said_.insert(FormatMessage(report)).second) return;
-    if (sink_ != nullptr)
-        sink_->Take(report);
+    if (receiver_.OnMessage != nullptr)
+        receiver_.OnMessage(receiver_.context, &report);
     else
         DeliverMessage(report);
 }

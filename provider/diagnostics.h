@@ -14,20 +14,12 @@
 #include "qdxl7ra.h"
 #include "text/told_text.h"
 
-// Takes the events instead, where a program asked for them in a call.
-class DiagnosticsSink {
-  public:
-    virtual void Take(const VOKMessageReport& message) = 0;
-
-  protected:
-    ~DiagnosticsSink() = default;
-};
-
 class MessagePass;
 
 class Diagnostics {
   public:
-    explicit Diagnostics(DiagnosticsSink* sink = nullptr) : sink_(sink) {}
+    // Where a program asked for the messages of a call, its receiver gets them instead.
+    explicit Diagnostics(const VOKMessageReceiver& receiver = {}) : receiver_(receiver) {}
 
     // Line 0 stands for the file or folder as a whole.
     void Report(const std::filesystem::path& file, const Message& message);
@@ -40,7 +32,7 @@ class Diagnostics {
     friend class MessagePass;
     void Say(const std::filesystem::path& file, const Message& message, const ToldMessage& told);
 
-    DiagnosticsSink* sink_;
+    VOKMessageReceiver receiver_;
     std::unordered_set<std::string> said_;
     MessagePass* pass_ = nullptr;  // the innermost that is under way
 };

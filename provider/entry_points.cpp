@@ -76,11 +76,11 @@ STDAPI VOKDiagnose(const char* profileName, const char* location, const VOKDiagn
     return Guarded([&] {
         Require(receiver != nullptr);
         const VOKDiagnosisReceiver known = CopyKnownFields(*receiver);
-        MessageForwarder messages(known.OnMessage, known.context);
+        const VOKMessageReceiver messages = {sizeof messages, known.context, known.OnMessage};
         const std::string_view name = profileName == nullptr ? std::string_view() : profileName;
         const std::shared_ptr<Session> session =
-            location == nullptr ? OpenSession(name, ProfileStore(ProfilesFile()), &messages)
-                                : std::make_shared<Session>(std::vector{PathOfUtf8(location)}, &messages);
+            location == nullptr ? OpenSession(name, ProfileStore(ProfilesFile()), messages)
+                                : std::make_shared<Session>(std::vector{PathOfUtf8(location)}, messages);
         Diagnose(*session, known);
         return S_OK;
     });
@@ -90,8 +90,8 @@ STDAPI VOKListProfiles(const VOKProfileReceiver* receiver) {
     return Guarded([&] {
         Require(receiver != nullptr);
         const VOKProfileReceiver known = CopyKnownFields(*receiver);
-        MessageForwarder messages(known.OnMessage, known.context);
-        ReportProfiles(ProfileStore(ProfilesFile(), known.OnMessage != nullptr ? &messages : nullptr), known);
+        const VOKMessageReceiver messages = {sizeof messages, known.context, known.OnMessage};
+        ReportProfiles(ProfileStore(ProfilesFile(), messages), known);
         return S_OK;
     });
 }

@@ -41,8 +41,8 @@ const std::shared_ptr<const CardSet>& NoCards() {
 
 }  // namespace
 
-Session::Session(const std::vector<fs::path>& locations, DiagnosticsSink* sink)
-    : number_(NewSessionNumber()), diagnostics_(sink) {
+Session::Session(const std::vector<fs::path>& locations, const VOKMessageReceiver& messages)
+    : number_(NewSessionNumber()), diagnostics_(messages) {
     for (const fs::path& location : locations)
         AddNode(location, BookNode::Role::Location, false, static_cast<std::uint32_t>(nodes_.size()), FileStatus());
     locationCount_ = static_cast<std::uint32_t>(nodes_.size());

@@ -57,8 +57,9 @@ struct FoundEntry {
 
 class Session {
   public:
-    // One location for each service of the profile, in order. Nothing is read yet. Messages go to the sink, if any.
-    explicit Session(const std::vector<std::filesystem::path>& locations, DiagnosticsSink* sink = nullptr);
+    // One location for each service of the profile, in order. Nothing is read yet. Messages go to the receiver, if it
+    // has a function.
+    explicit Session(const std::vector<std::filesystem::path>& locations, const VOKMessageReceiver& messages = {});
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 

@@ -100,19 +100,19 @@ struct ProfileStore::Contents {
 };
 
 void ProfileStore::RefuseLine(size_t line, std::string_view what) const {
-    Diagnostics(sink_).Report(file_, line, what, "correct the line; the file was left as it is");
+    Diagnostics(messages_).Report(file_, line, what, "correct the line; the file was left as it is");
     throw ProfileError(ProfileError::Reason::UnreadableLines);
 }
 
 void ProfileStore::Refuse(std::string_view failure, const FileProblem& problem) const {
-    Diagnostics(sink_).Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
+    Diagnostics(messages_).Report(file_, 0, std::string(failure).append(": ").append(problem.what), problem.advice);
     throw ProfileError(ProfileError::Reason::NoAccess);
 }
 
 SettingsFile ProfileStore::ReadFile(const std::filesystem::path& path, std::string_view failure) const {
     if (path.empty()) {
-        Diagnostics(sink_).Report("profiles.ini", 0, "no place for profiles is known",
-                                  "set FAXBOOK_PROFILES to a file");
+        Diagnostics(messages_).Report("profiles.ini", 0, "no place for profiles is known",
+                                      "set FAXBOOK_PROFILES to a file");
         throw ProfileError(ProfileError::Reason::NoAccess);
     }
     SettingsFile file = ReadSettingsFile(path);
@@ -212,8 +212,8 @@ void ProfileStore::Change(Function&& change, Purpose purpose) {
         if (outcome == SettingsFileReplacement::Outcome::Done) return;
         if (outcome == SettingsFileReplacement::Outcome::Failed) Refuse(cannotWrite, replacement.Problem());
     }
-    Diagnostics(sink_).Report(file_, 0, "profiles are being changed by another program",
-                              "wait until it has done so, or end it");
+    Diagnostics(messages_).Report(file_, 0, "profiles are being changed by another program",
+                                  "wait until it has done so, or end it");
     throw ProfileError(ProfileError::Reason::NoAccess);
 }
 

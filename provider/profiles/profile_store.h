@@ -38,9 +38,9 @@ struct Profile {
 // UnreadableLines, NoAccess, and what is said below. Then the file is as it was, and why is in the diagnostics.
 class ProfileStore {
   public:
-    // Messages go to the sink, if any.
-    explicit ProfileStore(std::filesystem::path file, DiagnosticsSink* sink = nullptr)
-        : file_(std::move(file)), sink_(sink) {}
+    // Messages go to the receiver, if it has a function.
+    explicit ProfileStore(std::filesystem::path file, const VOKMessageReceiver& messages = {})
+        : file_(std::move(file)), messages_(messages) {}
     const std::filesystem::path& File() const { return file_; }
 
     struct Listing {
@@ -83,5 +83,5 @@ class ProfileStore {
     [[noreturn]] void Refuse(std::string_view failure, const FileProblem& problem) const;
 
     std::filesystem::path file_;
-    DiagnosticsSink* sink_;
+    VOKMessageReceiver messages_;
 };

@@ -20,19 +20,20 @@ bool IsServiceName(std::string_view name) {
     return EqualsIgnoringCase(name, vcardServiceName);
 }
 
-std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store, DiagnosticsSink* sink) {
+std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store,
+                                     const VOKMessageReceiver& messages) {
     const std::string name = profileName.empty() ? ChooseDefaultProfile(store) : std::string(profileName);
-    if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()}, sink);
+    if (name.empty()) return std::make_shared<Session>(std::vector{ContactsFolder()}, messages);
     const std::optional<Profile> profile = store.Find(name);
     if (!profile) throw ProfileError(ProfileError::Reason::NotFound);
     std::vector<std::filesystem::path> locations;
     for (const ProfileService& service : profile->services) {
         if (!IsServiceName(service.name)) {
-            Diagnostics(sink).Report(store.File(), 0, "unknown service {} in profile {}",
-                                     "it is left out; known is: VCARD", {service.name, profile->name});
+            Diagnostics(messages).Report(store.File(), 0, "unknown service {} in profile {}",
+                                         "it is left out; known is: VCARD", {service.name, profile->name});
             throw Failure(MAPI_E_NOT_FOUND);
         }
         locations.push_back(service.location.empty() ? ContactsFolder() : service.location);
     }
-    return std::make_shared<Session>(locations, sink);
+    return std::make_shared<Session>(locations, messages);
 }

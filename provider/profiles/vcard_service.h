@@ -13,6 +13,7 @@ bool IsServiceName(std::string_view name);
 
 // A session on a profile of the store. An empty name stands for the profile chosen for display or, when there is none
 // or the environment names a contacts folder, for the contacts folder alone. Throws Failure:
-// MAPI_E_NOT_FOUND for an unknown profile, and what the store throws. The session's messages go to the sink, if any.
+// MAPI_E_NOT_FOUND for an unknown profile, and what the store throws. The session's messages go to the receiver, if it
+// has a function.
 std::shared_ptr<Session> OpenSession(std::string_view profileName, const ProfileStore& store,
-                                     DiagnosticsSink* sink = nullptr);
+                                     const VOKMessageReceiver& messages = {});

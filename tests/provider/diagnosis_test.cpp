@@ -160,7 +160,9 @@ TEST(Diagnosis, TellsNoMoreThanAReceiverHasFunctionsFor) {
                                      Receiver::OnMessage};
     EXPECT_EQ(library.Diagnose(nullptr, nullptr, &receiver), S_OK);
     EXPECT_EQ(older.text, "file 2 1 0 0 0 0 1 0 0 1 -\n");
+    // Messages are never lost.
     EXPECT_EQ(older.messages, "");
+    EXPECT_NE(contacts.Diagnostics().find("card without name"), std::string::npos);
     receiver.size = 3;
     EXPECT_EQ(library.Diagnose(nullptr, nullptr, &receiver), MAPI_E_INVALID_PARAMETER);
 }
