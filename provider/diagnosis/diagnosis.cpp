@@ -31,7 +31,7 @@ void CountFaxNumbers(const CardSet& cards, const Card& card, VOKFileReport& repo
 }
 
 struct DiagnosedBook {
-    std::uint32_t node;
+    std::uint32_t node = 0;
     BookSettings settings;
 };
 
