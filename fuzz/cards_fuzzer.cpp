@@ -4,7 +4,7 @@
 #include <string>
 
 #include "card_checks.h"
-#include "vcard/card_reader.h"
+#include "formats/vcard/card_reader.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "card_checks.h"
-#include "csv/csv_cards.h"
-#include "csv/csv_reader.h"
+#include "formats/csv/csv_cards.h"
+#include "formats/csv/csv_reader.h"
 #include "text/code_pages.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include "card_checks.h"
 #include "cards/distinguished_name.h"
-#include "ldif/ldif_cards.h"
+#include "formats/ldif/ldif_cards.h"
 #include "text/ascii.h"
 #include "text/byte_escapes.h"
 

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "books/card_files.h"
-#include "books/fax_places.h"
 #include "cards/card_draft.h"
 #include "failure.h"
 #include "platform/system/files.h"
 #include "reading_stop.h"
 #include "reports.h"
+#include "session/fax_places.h"
+#include "sources/files/card_files.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Walks the books as a caller would who opens every one of them.
 #include "diagnosis/diagnosis.h"
 
-#include "books/group_members.h"
-#include "books/unplaced_numbers.h"
 #include "diagnosis/card_explainer.h"
 #include "failure.h"
 #include "reading_stop.h"
 #include "reports.h"
+#include "session/group_members.h"
+#include "session/unplaced_numbers.h"
 #include "text/charset_names.h"
 #include "text/code_pages.h"
 

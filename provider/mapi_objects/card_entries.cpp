@@ -1,9 +1,9 @@
 // Opened cards: persons and fax entries, which only have properties, and groups, which also list their members.
-#include "books/group_members.h"
 #include "mapi_objects/destination.h"
 #include "mapi_objects/entries.h"
 #include "mapi_objects/table.h"
 #include "reading_stop.h"
+#include "session/group_members.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The rows of contents tables. A table shows its cards as they were when it was made.
-#include "books/categories.h"
-#include "books/group_members.h"
-#include "books/unplaced_numbers.h"
 #include "mapi_objects/destination.h"
 #include "mapi_objects/table.h"
+#include "session/categories.h"
+#include "session/group_members.h"
+#include "session/unplaced_numbers.h"
 
 namespace {
 

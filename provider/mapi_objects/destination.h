@@ -1,9 +1,9 @@
 // A person, one fax number of a person, or a group, as rows, properties and recipients show it.
 #pragma once
 
-#include "books/fax_places.h"
-#include "books/session.h"
 #include "mapi_objects/property_source.h"
+#include "session/fax_places.h"
+#include "session/session.h"
 
 class RowSource;
 

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "books/session.h"
 #include "mapi/mapi_interfaces.h"
+#include "session/session.h"
 
 IAddrBook* MakeAddressBook(std::shared_ptr<Session> session);
 

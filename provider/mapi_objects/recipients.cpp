@@ -6,8 +6,8 @@
 #include <span>
 #include <tuple>
 
-#include "books/group_members.h"
 #include "mapi_objects/destination.h"
+#include "session/group_members.h"
 #include "text/code_pages.h"
 
 namespace {

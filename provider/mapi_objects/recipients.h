@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "books/session.h"
 #include "mapi/mapi_types.h"
+#include "session/session.h"
 
 // Uninitialised, as its receiver expects it.
 ADRLIST* AllocateAddressList(size_t byteCount);

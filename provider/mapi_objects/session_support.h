@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "books/session.h"
 #include "mapi/entry_points.h"
+#include "session/session.h"
 
 SessionSupport* MakeSessionSupport(std::shared_ptr<Session> session);

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string_view>
 
-#include "books/session.h"
 #include "profiles/profile_store.h"
+#include "session/session.h"
 
 // Whether CreateService knows the name; letter case does not matter.
 bool IsServiceName(std::string_view name);

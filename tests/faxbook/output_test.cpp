@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "client/record_text.h"
-#include "csv/csv_reader.h"
+#include "formats/csv/csv_reader.h"
 #include "text/characters.h"
 #include "text/utf16.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "cards/card_set_builder.h"
-#include "vcard/card_reader.h"
+#include "formats/vcard/card_reader.h"
 
 inline void SetVariable(const char* name, const std::string& value) {
 #ifdef _WIN32

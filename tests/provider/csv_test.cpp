@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "card_text.h"
-#include "csv/csv_cards.h"
-#include "csv/csv_reader.h"
+#include "formats/csv/csv_cards.h"
+#include "formats/csv/csv_reader.h"
 #include "text/lines.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "card_text.h"
-#include "ldif/ldif_cards.h"
+#include "formats/ldif/ldif_cards.h"
 
 namespace {
 
