@@ -11,6 +11,11 @@
 // The full path of a file in this program's folder; the name is ASCII.
 std::string PathBesideProgram(const std::string& fileName);
 
+struct ModuleCloser {
+    void operator()(HMODULE module) const { FreeLibrary(module); }
+};
+using ModuleHandle = std::unique_ptr<std::remove_pointer_t<HMODULE>, ModuleCloser>;
+
 class LoadedModule {
   public:
     // From this program's folder; the name is ASCII. What it needs comes from the system. Throws ClientError when
@@ -30,13 +35,9 @@ class LoadedModule {
     }
 
   private:
-    struct Closer {
-        void operator()(HMODULE loaded) const { FreeLibrary(loaded); }
-    };
-
     void Load(DWORD searchFlags, const char* advice);
     FARPROC FindFunction(const char* name) const;
 
     std::string path_;
-    std::unique_ptr<std::remove_pointer_t<HMODULE>, Closer> handle_;
+    ModuleHandle handle_;
 };

@@ -2,11 +2,7 @@
 // what is missing; the provider counts it.
 #pragma once
 
-#include <windows.h>
-
-#include <memory>
-#include <type_traits>
-
+#include "client/loaded_module.h"
 #include "qdxl7ra.h"
 
 class UnreadWatch {
@@ -17,10 +13,6 @@ class UnreadWatch {
     void RequireAll() const;
 
   private:
-    struct Closer {
-        void operator()(HMODULE loaded) const { FreeLibrary(loaded); }
-    };
-
-    std::unique_ptr<std::remove_pointer_t<HMODULE>, Closer> provider_;
+    ModuleHandle provider_;
     VOKCountUnreadFunction* count_ = nullptr;
 };

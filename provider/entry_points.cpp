@@ -28,8 +28,8 @@ STDAPI VOKOpen(HWND, const char* profileName, ULONG, void*, ULONG, void*, void*,
         const std::string name =
             profileName == nullptr ? std::string() : ProfileNameOfCaller(profileName, MAPI_E_NOT_FOUND);
         const std::shared_ptr<Session> session = OpenSession(name, ProfileStore(ProfilesFile()));
-        *addressBook = MakeAddressBook(session);
-        *support = MakeSessionSupport(session);
+        *addressBook = MakeAddressBook(session).release();
+        *support = MakeSessionSupport(session).release();
         return S_OK;
     });
 }
@@ -39,7 +39,7 @@ STDAPI VOKAdminProfiles(ULONG mode, ULONG_PTR, const char*, ULONG, ProfileAdmini
         Require(administration != nullptr);
         *administration = nullptr;
         Require(mode == VOK_ADMIN_CREATE || mode == VOK_ADMIN_DISPLAY);
-        *administration = MakeProfileAdministration();
+        *administration = MakeProfileAdministration().release();
         return S_OK;
     });
 }

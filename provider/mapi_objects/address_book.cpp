@@ -43,7 +43,7 @@ class AddressBook final : public PropertyObject<UnsupportedAddressBook> {
 };
 
 struct Opened {
-    IUnknown* object;
+    Owned<IUnknown> object;
     ULONG type;
 };
 
@@ -60,8 +60,8 @@ Opened Open(const std::shared_ptr<Session>& session, ULONG size, const BYTE* byt
 
 }  // namespace
 
-IAddrBook* MakeAddressBook(std::shared_ptr<Session> session) {
-    return new AddressBook(std::move(session));
+Owned<IAddrBook> MakeAddressBook(std::shared_ptr<Session> session) {
+    return Owned<IAddrBook>(new AddressBook(std::move(session)));
 }
 
 HRESULT OpenEntry(const std::shared_ptr<Session>& session, ULONG size, const BYTE* bytes, const IID* interfaceId,
@@ -70,15 +70,14 @@ HRESULT OpenEntry(const std::shared_ptr<Session>& session, ULONG size, const BYT
         Require(object != nullptr);
         *object = nullptr;
         if (objectType != nullptr) *objectType = 0;
-        const Opened opened = Open(session, size, bytes);
+        Opened opened = Open(session, size, bytes);
         if (interfaceId != nullptr) {
             void* answer = nullptr;
             const HRESULT result = opened.object->QueryInterface(*interfaceId, &answer);
-            opened.object->Release();
             Require(SUCCEEDED(result), result);
             *object = static_cast<IUnknown*>(answer);
         } else {
-            *object = opened.object;
+            *object = opened.object.release();
         }
         if (objectType != nullptr) *objectType = opened.type;
         return S_OK;

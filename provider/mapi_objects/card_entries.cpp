@@ -42,7 +42,7 @@ class DistributionList final : public PropertyObject<UnsupportedContainer> {
             const std::optional<FoundEntry> group =
                 FindGroupAnew(*opened_.session, opened_.entry.id, opened_.Cards()->Text(opened_.entry.card.Get().name));
             Require(group.has_value(), MAPI_E_NOT_FOUND);
-            *table = MakeTable(MembersOfGroup(opened_.session, group->id.node, group->card, opened_.Style()));
+            *table = MakeTable(MembersOfGroup(opened_.session, group->id.node, group->card, opened_.Style())).release();
             return S_OK;
         });
     }
@@ -64,10 +64,10 @@ class DistributionList final : public PropertyObject<UnsupportedContainer> {
 
 }  // namespace
 
-IMAPIProp* MakeMailUser(std::shared_ptr<Session> session, FoundEntry entry) {
-    return new MailUser({std::move(session), std::move(entry)});
+Owned<IMAPIProp> MakeMailUser(std::shared_ptr<Session> session, FoundEntry entry) {
+    return Owned<IMAPIProp>(new MailUser({std::move(session), std::move(entry)}));
 }
 
-IABContainer* MakeDistributionList(std::shared_ptr<Session> session, FoundEntry entry) {
-    return new DistributionList({std::move(session), std::move(entry)});
+Owned<IABContainer> MakeDistributionList(std::shared_ptr<Session> session, FoundEntry entry) {
+    return Owned<IABContainer>(new DistributionList({std::move(session), std::move(entry)}));
 }

@@ -76,7 +76,7 @@ class Container : public PropertyObject<UnsupportedContainer> {
             RequireNarrowText(flags);
             Require((flags & CONVENIENT_DEPTH) == 0, MAPI_E_NO_SUPPORT);
             const StoppableReading reading;
-            *table = MakeTable(std::make_unique<HierarchyRows>(session_, ListContainers()));
+            *table = MakeTable(std::make_unique<HierarchyRows>(session_, ListContainers())).release();
             return S_OK;
         });
     }
@@ -104,7 +104,7 @@ class BookContainer final : public Container {
             *table = nullptr;
             RequireNarrowText(flags);
             const StoppableReading reading;
-            *table = MakeTable(ContentsOfContainer(GetSession(), node_));
+            *table = MakeTable(ContentsOfContainer(GetSession(), node_)).release();
             return static_cast<HRESULT>(GetSession()->FindNode(node_)->settings.Style());
         });
     }
@@ -126,7 +126,7 @@ class RootContainer final : public Container {
             Require(table != nullptr);
             *table = nullptr;
             RequireNarrowText(flags);
-            *table = MakeTable(std::make_unique<NoRows>());
+            *table = MakeTable(std::make_unique<NoRows>()).release();
             return S_OK;
         });
     }
@@ -143,10 +143,10 @@ class RootContainer final : public Container {
 
 }  // namespace
 
-IABContainer* MakeRootContainer(std::shared_ptr<Session> session) {
-    return new RootContainer(std::move(session));
+Owned<IABContainer> MakeRootContainer(std::shared_ptr<Session> session) {
+    return Owned<IABContainer>(new RootContainer(std::move(session)));
 }
 
-IABContainer* MakeContainer(std::shared_ptr<Session> session, std::uint32_t node) {
-    return new BookContainer(std::move(session), node);
+Owned<IABContainer> MakeContainer(std::shared_ptr<Session> session, std::uint32_t node) {
+    return Owned<IABContainer>(new BookContainer(std::move(session), node));
 }

@@ -19,7 +19,9 @@ size_t BufferSize(const void* buffer);
 struct BufferDeleter {
     void operator()(void* buffer) const { FreeBuffer(buffer); }
 };
-using BufferHolder = std::unique_ptr<void, BufferDeleter>;
+template <typename Contents>
+using BufferOf = std::unique_ptr<Contents, BufferDeleter>;
+using BufferHolder = BufferOf<void>;
 
 // Hands out many small pieces of one buffer, in order; the first one begins the buffer.
 class ResultBuffer {

@@ -27,9 +27,9 @@ std::vector<ULONG> ReadTags(const SPropTagArray* tags) {
     return read;
 }
 
-SPropTagArray* MakeTagArray(const std::vector<ULONG>& tags) {
-    auto* const array =
-        static_cast<SPropTagArray*>(AllocateBuffer(offsetof(SPropTagArray, aulPropTag) + tags.size() * sizeof(ULONG)));
+BufferOf<SPropTagArray> MakeTagArray(const std::vector<ULONG>& tags) {
+    BufferOf<SPropTagArray> array(
+        static_cast<SPropTagArray*>(AllocateBuffer(offsetof(SPropTagArray, aulPropTag) + tags.size() * sizeof(ULONG))));
     array->cValues = static_cast<ULONG>(tags.size());
     std::copy(tags.begin(), tags.end(), array->aulPropTag);
     return array;
@@ -65,6 +65,6 @@ HRESULT ListProperties(const PropertySource& source, ULONG flags, SPropTagArray*
     Require(tags != nullptr);
     *tags = nullptr;
     RequireNarrowText(flags);
-    *tags = MakeTagArray(PropertiesOf(source));
+    *tags = MakeTagArray(PropertiesOf(source)).release();
     return S_OK;
 }

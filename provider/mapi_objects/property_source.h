@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "mapi_objects/memory.h"
 #include "mapi_objects/unsupported.h"
 #include "mapi_objects/values.h"
 
@@ -19,7 +20,7 @@ class PropertySource {
 // The tags of an array with their types; throws for an array that cannot be one.
 std::vector<ULONG> ReadTags(const SPropTagArray* tags);
 // A new tag array of these tags.
-SPropTagArray* MakeTagArray(const std::vector<ULONG>& tags);
+BufferOf<SPropTagArray> MakeTagArray(const std::vector<ULONG>& tags);
 void RequireNarrowText(ULONG flags);
 
 // GetProps and GetPropList for any source. Without tags, all properties that have a value.

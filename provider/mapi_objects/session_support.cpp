@@ -48,6 +48,6 @@ class Support final : public CountedObject<SessionSupport> {
 
 }  // namespace
 
-SessionSupport* MakeSessionSupport(std::shared_ptr<Session> session) {
-    return new Support(std::move(session));
+Owned<SessionSupport> MakeSessionSupport(std::shared_ptr<Session> session) {
+    return Owned<SessionSupport>(new Support(std::move(session)));
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "mapi/entry_points.h"
+#include "mapi_objects/owned.h"
 #include "session/session.h"
 
-SessionSupport* MakeSessionSupport(std::shared_ptr<Session> session);
+Owned<SessionSupport> MakeSessionSupport(std::shared_ptr<Session> session);

@@ -24,7 +24,7 @@ class Table final : public UnsupportedTable {
     HRESULT STDMETHODCALLTYPE QueryColumns(ULONG, SPropTagArray** tags) override {
         return Guarded([&] {
             Require(tags != nullptr);
-            *tags = MakeTagArray(columns_);
+            *tags = MakeTagArray(columns_).release();
             return S_OK;
         });
     }
@@ -99,6 +99,6 @@ class Table final : public UnsupportedTable {
 
 }  // namespace
 
-IMAPITable* MakeTable(std::unique_ptr<const RowSource> rows) {
-    return new Table(std::move(rows));
+Owned<IMAPITable> MakeTable(std::unique_ptr<const RowSource> rows) {
+    return Owned<IMAPITable>(new Table(std::move(rows)));
 }

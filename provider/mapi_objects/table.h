@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "mapi_objects/owned.h"
 #include "mapi_objects/property_source.h"
 
 class RowSource {
@@ -19,4 +20,4 @@ class RowSource {
     virtual std::vector<ULONG> DefaultColumns() const = 0;
 };
 
-IMAPITable* MakeTable(std::unique_ptr<const RowSource> rows);
+Owned<IMAPITable> MakeTable(std::unique_ptr<const RowSource> rows);

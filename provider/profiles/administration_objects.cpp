@@ -147,6 +147,6 @@ class Profiles final : public CountedObject<ProfileAdministration> {
 
 }  // namespace
 
-ProfileAdministration* MakeProfileAdministration() {
-    return new Profiles;
+Owned<ProfileAdministration> MakeProfileAdministration() {
+    return Owned<ProfileAdministration>(new Profiles);
 }

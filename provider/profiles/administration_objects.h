@@ -2,5 +2,6 @@
 #pragma once
 
 #include "mapi/entry_points.h"
+#include "mapi_objects/owned.h"
 
-ProfileAdministration* MakeProfileAdministration();
+Owned<ProfileAdministration> MakeProfileAdministration();
