@@ -8,13 +8,11 @@
 #include <vector>
 
 #include "mapi/entry_points.h"
+#include "mapi_objects/owned.h"
 #include "qdxl7ra.h"
 
-struct Releaser {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
 template <typename Interface>
-using Held = std::unique_ptr<Interface, Releaser>;
+using Held = Owned<Interface>;
 
 // One row or property array: the values that are not missing. Text as it is, numbers in decimal, binary as its bytes.
 using Values = std::map<ULONG, std::string>;
