@@ -29,7 +29,7 @@ class Interview {
             const std::string answer = Ask("\nlist, add, remove, properties, copy, display, close or cancel? ");
             if (answer == "close") return S_OK;
             if (answer == "cancel" || answer == "quit") return MAPI_E_USER_CANCEL;
-            Obey(answer);
+            HandleAnswer(answer);
         }
     }
 
@@ -52,7 +52,7 @@ class Interview {
     std::string AskForProfile(std::string_view question);
     void Say(std::string_view text) { output_ << text; }
 
-    void Obey(const std::string& answer);
+    void HandleAnswer(const std::string& answer);
     void List();
     void Add();
     void Remove() { store_.Remove(AskForProfile("Profile to remove: ")); }
@@ -65,7 +65,7 @@ class Interview {
     ProfileStore& store_;
 };
 
-void Interview::Obey(const std::string& answer) {
+void Interview::HandleAnswer(const std::string& answer) {
     static constexpr Command commands[] = {{"list", &Interview::List},     {"add", &Interview::Add},
                                            {"remove", &Interview::Remove}, {"properties", &Interview::Show},
                                            {"copy", &Interview::Copy},     {"display", &Interview::ChooseDisplay}};

@@ -20,7 +20,7 @@ FaxPlaces PlaceByKind(std::span<const FaxNumber> numbers, FaxPlacesFor reader) {
     const bool mayFillPrimary =
         reader == FaxPlacesFor::Listing || (places.business == nullptr && places.home == nullptr);
     for (const FaxNumber& number : numbers) {
-        if (places.Hold(number)) continue;
+        if (places.Contains(number)) continue;
         if (places.primary == nullptr && mayFillPrimary)
             places.primary = &number;
         else if (places.further == nullptr)

@@ -13,7 +13,7 @@ struct FaxPlaces {
     const FaxNumber* primary = nullptr;
     const FaxNumber* further = nullptr;  // in the column of the extended number
 
-    bool Hold(const FaxNumber& number) const {
+    bool Contains(const FaxNumber& number) const {
         return business == &number || home == &number || primary == &number || further == &number;
     }
 };

@@ -13,7 +13,7 @@ size_t ReportUnplacedNumbers(Session& session, std::uint32_t file, const CardSet
         const std::span<const FaxNumber> numbers = cards.FaxNumbers(card);
         const FaxPlaces places = PlaceFaxNumbers(numbers, style);
         for (const FaxNumber& number : numbers) {
-            if (places.Hold(number)) continue;
+            if (places.Contains(number)) continue;
             ++count;
             session.Messages().Report(
                 session.FilePath(file), number.line,
